@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QMetaType>
+#include <QString>
+
+#include <optional>
+#include <string>
+
+// A position as text, end to end: what was read or typed reaches the file as it
+// stands. lat/lon are for display; lat_numerical/lon_numerical are written.
+// Both lat and lon empty means "no position" (as a user position: clear GPS).
+struct gps_pos
+{
+    QString lat;
+    QString lat_ref;
+    QString lon;
+    QString lon_ref;
+    QString lat_numerical;
+    QString lon_numerical;
+};
+
+Q_DECLARE_METATYPE(gps_pos)
+
+// format_gps_coordinate(-19.178194f, true) == "19°10'41\"S"; minutes and
+// seconds are truncated; the reference letter is always the last character.
+QString format_gps_coordinate(float value, bool is_latitude);
+
+// format_utc_offset(5.5) == "+05:30"; minutes are truncated.
+QString format_utc_offset(float hours);
+
+// Reads "19°10'41.5\"S" style text (local 8-bit encoding). Never fails.
+float parse_dms_coordinate(const std::string &text);
+
+// Reads a number from the right, tolerating group marks and junk.
+double lenient_to_double(const std::string &text, double default_value);
+
+// Reads the two position fields of the main window; no value means "keep".
+std::optional<gps_pos> read_typed_position(const QString &latitude_text,
+                                           const QString &longitude_text);
