@@ -101,14 +101,13 @@ void tst_drop_files_widget::drop_data()
     QTest::addRow("files keep drop order")
         << QStringList{"b.txt", "a.jpg"} << QStringList{"b.txt", "a.jpg"} << false;
     // Sub-folders are neither listed nor entered.
-    QTest::addRow("folder one level") << QStringList{"folder"}
-                                      << QStringList{"folder/c.jpg", "folder/d.nef"} << true;
-    QTest::addRow("web link") << QStringList{"https://example.org/a.jpg"} << QStringList{}
-                              << false;
+    QTest::addRow("folder one level")
+        << QStringList{"folder"} << QStringList{"folder/c.jpg", "folder/d.nef"} << true;
+    QTest::addRow("web link") << QStringList{"https://example.org/a.jpg"} << QStringList{} << false;
     QTest::addRow("missing file") << QStringList{"gone.jpg"} << QStringList{} << false;
-    QTest::addRow("umlauts and blanks") << QStringList{QString::fromUtf8("Grünwald Straße 1.jpg")}
-                                        << QStringList{QString::fromUtf8("Grünwald Straße 1.jpg")}
-                                        << false;
+    QTest::addRow("umlauts and blanks")
+        << QStringList{QString::fromUtf8("Grünwald Straße 1.jpg")}
+        << QStringList{QString::fromUtf8("Grünwald Straße 1.jpg")} << false;
     QTest::addRow("line feed in name")
         << QStringList{"line\nfeed.jpg"} << QStringList{"line\nfeed.jpg"} << false;
     QTest::addRow("folder named through dot-dot")
