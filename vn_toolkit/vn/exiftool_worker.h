@@ -1,9 +1,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QIODevice>
 #include <QList>
 #include <QObject>
-#include <QProcess>
+#include <QStringList>
 
 QT_BEGIN_NAMESPACE
 class QProcess;
