@@ -69,14 +69,33 @@ QPen pen(const QColor &c, qreal width = 1.0)
 
 // ---- toolkit: border images (9x9, 3-px slice) ------------------------------
 
+QColor mix(const QColor &a, const QColor &b, qreal t)
+{
+    return QColor::fromRgbF(a.redF() + (b.redF() - a.redF()) * t,
+                            a.greenF() + (b.greenF() - a.greenF()) * t,
+                            a.blueF() + (b.blueF() - a.blueF()) * t,
+                            a.alphaF() + (b.alphaF() - a.alphaF()) * t);
+}
+
+// Filled pixel by pixel rather than as an antialiased rounded rectangle: the
+// slices are stretched, so left and right must mirror each other exactly.
 void button_face(QPainter &p, const QColor &face, const QColor &edge, const QColor &top_light)
 {
-    p.setPen(pen(edge));
-    p.setBrush(face);
-    p.drawRoundedRect(crisp(0, 0, 9, 9), 2, 2);
+    p.fillRect(QRect(1, 1, 7, 7), face);
+    p.fillRect(QRect(1, 0, 7, 1), edge);
+    p.fillRect(QRect(1, 8, 7, 1), edge);
+    p.fillRect(QRect(0, 1, 1, 7), edge);
+    p.fillRect(QRect(8, 1, 1, 7), edge);
+    QColor corner = edge;
+    corner.setAlphaF(edge.alphaF() * 0.35);
+    const QColor inner_corner = mix(face, edge, 0.5);
+    for (const QPoint &c : {QPoint(0, 0), QPoint(8, 0), QPoint(0, 8), QPoint(8, 8)})
+        p.fillRect(QRect(c, QSize(1, 1)), corner);
+    for (const QPoint &c : {QPoint(1, 1), QPoint(7, 1), QPoint(1, 7), QPoint(7, 7)})
+        p.fillRect(QRect(c, QSize(1, 1)), inner_corner);
     if (top_light.alpha() > 0) {
-        p.setPen(pen(top_light));
-        p.drawLine(QPointF(2, 1.5), QPointF(7, 1.5));
+        p.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        p.fillRect(QRect(2, 1, 5, 1), top_light);
     }
 }
 
