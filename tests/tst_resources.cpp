@@ -37,8 +37,8 @@ QString read_utf8(const QString &path, bool *valid)
         return QString();
     const QByteArray bytes = f.readAll();
     QTextCodec::ConverterState state;
-    const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(),
-                                                                      bytes.size(), &state);
+    const QString text =
+        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
     *valid = state.invalidChars == 0;
     return text;
 }
@@ -51,7 +51,7 @@ class tst_resources : public QObject
 {
     Q_OBJECT
 
-private slots:
+  private slots:
     void initTestCase();
     void image_data();
     void image();
@@ -89,35 +89,35 @@ void tst_resources::image_data()
     const QSize none;
     const QSize nine(9, 9);
     for (const char *name : {"button/dark_normal", "button/dark_pressed", "button/header_normal",
-                             "button/header_pressed", "button/blank_normal",
-                             "button/blank_pressed", "panel/border", "panel/border_topless"})
+                             "button/header_pressed", "button/blank_normal", "button/blank_pressed",
+                             "panel/border", "panel/border_topless"})
         QTest::newRow(name) << QStringLiteral(":/gui/%1.png").arg(name) << nine << none
                             << kind::border << true;
-    for (const char *name : {"radio/checked", "radio/unchecked", "radio/disabled_checked",
-                             "radio/disabled_unchecked"})
+    for (const char *name :
+         {"radio/checked", "radio/unchecked", "radio/disabled_checked", "radio/disabled_unchecked"})
         QTest::newRow(name) << QStringLiteral(":/gui/%1.png").arg(name) << QSize(13, 13) << none
                             << kind::picture << true;
     for (const char *name : {"checkbox/checked", "checkbox/unchecked", "checkbox/disabled_checked",
                              "checkbox/disabled_unchecked"})
         QTest::newRow(name) << QStringLiteral(":/gui/%1.png").arg(name) << QSize(16, 16) << none
                             << kind::picture << true;
-    QTest::newRow("combobox/arrow") << ":/gui/combobox/arrow.png" << QSize(24, 24) << none
-                                    << kind::picture << true;
+    QTest::newRow("combobox/arrow")
+        << ":/gui/combobox/arrow.png" << QSize(24, 24) << none << kind::picture << true;
 
     QTest::newRow("icon") << ":/images/icon.png" << QSize(256, 256) << none << kind::picture
                           << false;
     const QSize head_button(27, 27);
-    QTest::newRow("icon_settings") << ":/images/icon_settings.png" << none << head_button
-                                   << kind::stencil << true;
-    QTest::newRow("icon_about") << ":/images/icon_about.png" << none << head_button
-                                << kind::stencil << true;
-    QTest::newRow("icon_help") << ":/images/icon_help.png" << none << head_button
-                               << kind::stencil << true;
+    QTest::newRow("icon_settings")
+        << ":/images/icon_settings.png" << none << head_button << kind::stencil << true;
+    QTest::newRow("icon_about") << ":/images/icon_about.png" << none << head_button << kind::stencil
+                                << true;
+    QTest::newRow("icon_help") << ":/images/icon_help.png" << none << head_button << kind::stencil
+                               << true;
     // The same load icon sits on the 25x24 drop-area button and the 22x23 GPX button.
-    QTest::newRow("icon_load") << ":/images/icon_load.png" << none << QSize(22, 23)
-                               << kind::stencil << true;
-    QTest::newRow("icon_undo") << ":/images/icon_undo.png" << none << QSize(25, 24)
-                               << kind::stencil << true;
+    QTest::newRow("icon_load") << ":/images/icon_load.png" << none << QSize(22, 23) << kind::stencil
+                               << true;
+    QTest::newRow("icon_undo") << ":/images/icon_undo.png" << none << QSize(25, 24) << kind::stencil
+                               << true;
     QTest::newRow("header_sync") << ":/images/header_sync.png" << none << QSize(119, 46)
                                  << kind::stencil << true;
     QTest::newRow("header_undo") << ":/images/header_undo.png" << none << QSize(52, 46)
@@ -131,8 +131,8 @@ void tst_resources::image_data()
     for (const char *name : {"drop_images_gps_en", "drop_images_gps_de"})
         QTest::newRow(name) << QStringLiteral(":/images/%1.png").arg(name) << QSize(300, 300)
                             << none << kind::picture << true;
-    QTest::newRow("warning_yellow") << ":/images/warning_yellow.png" << QSize(47, 41) << none
-                                    << kind::picture << true;
+    QTest::newRow("warning_yellow")
+        << ":/images/warning_yellow.png" << QSize(47, 41) << none << kind::picture << true;
     QTest::newRow("logo_header") << ":/images/logo_header.png" << QSize(217, 46) << none
                                  << kind::picture << true;
     QTest::newRow("head_medium_dark_without_shadow")
@@ -285,10 +285,12 @@ void tst_resources::indicator_states_data()
     QTest::addColumn<QString>("disabled_on");
     QTest::addColumn<QString>("disabled_off");
 
-    QTest::newRow("radio") << ":/gui/radio/checked.png" << ":/gui/radio/unchecked.png"
+    QTest::newRow("radio") << ":/gui/radio/checked.png"
+                           << ":/gui/radio/unchecked.png"
                            << ":/gui/radio/disabled_checked.png"
                            << ":/gui/radio/disabled_unchecked.png";
-    QTest::newRow("checkbox") << ":/gui/checkbox/checked.png" << ":/gui/checkbox/unchecked.png"
+    QTest::newRow("checkbox") << ":/gui/checkbox/checked.png"
+                              << ":/gui/checkbox/unchecked.png"
                               << ":/gui/checkbox/disabled_checked.png"
                               << ":/gui/checkbox/disabled_unchecked.png";
 }
@@ -314,10 +316,8 @@ void tst_resources::indicator_states()
     const int l_off = lightest(off);
     const int l_dis_on = lightest(disabled_on);
     const int l_dis_off = lightest(disabled_off);
-    QVERIFY2(l_on > l_dis_on && l_dis_on > l_off, qPrintable(QStringLiteral("%1 %2 %3")
-                                                                 .arg(l_on)
-                                                                 .arg(l_dis_on)
-                                                                 .arg(l_off)));
+    QVERIFY2(l_on > l_dis_on && l_dis_on > l_off,
+             qPrintable(QStringLiteral("%1 %2 %3").arg(l_on).arg(l_dis_on).arg(l_off)));
     QVERIFY(l_dis_on > l_dis_off);
     QVERIFY(l_off < 80 && l_dis_off < 80);
     QVERIFY(QImage(off) != QImage(disabled_off)); // a disabled box looks disabled
@@ -405,10 +405,12 @@ void tst_resources::help_page_data()
     QTest::addColumn<QStringList>("keys");
     QTest::addColumn<QStringList>("headings");
 
-    QTest::newRow("en") << ":/help/index_en.html" << "Ctrl"
+    QTest::newRow("en") << ":/help/index_en.html"
+                        << "Ctrl"
                         << QStringList{"Ctrl + Q or Alt + F4", "Ctrl + O", "F1 or Ctrl + ?"}
                         << QStringList{"Help", "Keyboard Shortcuts"};
-    QTest::newRow("de") << ":/help/index_de.html" << "Strg"
+    QTest::newRow("de") << ":/help/index_de.html"
+                        << "Strg"
                         << QStringList{"Strg + Q oder Alt + F4", "Strg + O", "F1 oder Strg + ?"}
                         << QStringList{"Hilfe", "Tastenkürzel"};
 }
