@@ -466,9 +466,9 @@ void app_icon(QPainter &p)
     p.setBrush(QColor(30, 30, 30));
     p.drawRect(QRectF(-80, -56, 160, 118));
     p.restore();
-    photo(p, QRectF(40, 78, 160, 118), 8, text);
+    photo(p, QRectF(40, 78, 160, 118), 8, muted);
     p.setPen(QPen(QColor(36, 36, 36), 8));
-    p.setBrush(link);
+    p.setBrush(text);
     p.drawPath(pin_path(178, 196, 34, 13));
 }
 
