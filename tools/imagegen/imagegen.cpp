@@ -69,14 +69,32 @@ QPen pen(const QColor &c, qreal width = 1.0)
 
 // ---- toolkit: border images (9x9, 3-px slice) ------------------------------
 
+QColor mix(const QColor &a, const QColor &b, qreal t)
+{
+    return QColor::fromRgbF(
+        a.redF() + (b.redF() - a.redF()) * t, a.greenF() + (b.greenF() - a.greenF()) * t,
+        a.blueF() + (b.blueF() - a.blueF()) * t, a.alphaF() + (b.alphaF() - a.alphaF()) * t);
+}
+
+// Filled pixel by pixel rather than as an antialiased rounded rectangle: the
+// slices are stretched, so left and right must mirror each other exactly.
 void button_face(QPainter &p, const QColor &face, const QColor &edge, const QColor &top_light)
 {
-    p.setPen(pen(edge));
-    p.setBrush(face);
-    p.drawRoundedRect(crisp(0, 0, 9, 9), 2, 2);
+    p.fillRect(QRect(1, 1, 7, 7), face);
+    p.fillRect(QRect(1, 0, 7, 1), edge);
+    p.fillRect(QRect(1, 8, 7, 1), edge);
+    p.fillRect(QRect(0, 1, 1, 7), edge);
+    p.fillRect(QRect(8, 1, 1, 7), edge);
+    QColor corner = edge;
+    corner.setAlphaF(edge.alphaF() * 0.35);
+    const QColor inner_corner = mix(face, edge, 0.5);
+    for (const QPoint &c : {QPoint(0, 0), QPoint(8, 0), QPoint(0, 8), QPoint(8, 8)})
+        p.fillRect(QRect(c, QSize(1, 1)), corner);
+    for (const QPoint &c : {QPoint(1, 1), QPoint(7, 1), QPoint(1, 7), QPoint(7, 7)})
+        p.fillRect(QRect(c, QSize(1, 1)), inner_corner);
     if (top_light.alpha() > 0) {
-        p.setPen(pen(top_light));
-        p.drawLine(QPointF(2, 1.5), QPointF(7, 1.5));
+        p.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        p.fillRect(QRect(2, 1, 5, 1), top_light);
     }
 }
 
@@ -95,9 +113,11 @@ void panel_border(QPainter &p, bool with_top)
     // Open at the top: the side lines run on to the upper edge so that a
     // panel joins the band above it without a seam.
     p.setPen(pen(gap));
-    p.drawPolyline(QPolygonF({QPointF(0.5, 0), QPointF(0.5, 8.5), QPointF(8.5, 8.5), QPointF(8.5, 0)}));
+    p.drawPolyline(
+        QPolygonF({QPointF(0.5, 0), QPointF(0.5, 8.5), QPointF(8.5, 8.5), QPointF(8.5, 0)}));
     p.setPen(pen(bevel));
-    p.drawPolyline(QPolygonF({QPointF(1.5, 0), QPointF(1.5, 7.5), QPointF(7.5, 7.5), QPointF(7.5, 0)}));
+    p.drawPolyline(
+        QPolygonF({QPointF(1.5, 0), QPointF(1.5, 7.5), QPointF(7.5, 7.5), QPointF(7.5, 0)}));
 }
 
 void radio(QPainter &p, bool checked, bool enabled)
@@ -217,7 +237,8 @@ void back_arrow(QPainter &p, qreal s, qreal stroke)
     p.drawPath(a);
     p.setPen(Qt::NoPen);
     p.setBrush(stencil);
-    p.drawPolygon(QPolygonF({QPointF(0, 5.5 * s), QPointF(4.5 * s, 1.5 * s), QPointF(4.5 * s, 9.5 * s)}));
+    p.drawPolygon(
+        QPolygonF({QPointF(0, 5.5 * s), QPointF(4.5 * s, 1.5 * s), QPointF(4.5 * s, 9.5 * s)}));
 }
 
 // A map pin with its point at (tip_x, tip_y); its head is a circle of radius r.
@@ -306,7 +327,8 @@ void timeline_arrow(QPainter &p, qreal from, qreal to)
     const qreal d = to > from ? -4 : 4;
     p.setPen(Qt::NoPen);
     p.setBrush(link);
-    p.drawPolygon(QPolygonF({QPointF(to + d * 0.25, 3.5), QPointF(to + d, 0.5), QPointF(to + d, 6.5)}));
+    p.drawPolygon(
+        QPolygonF({QPointF(to + d * 0.25, 3.5), QPointF(to + d, 0.5), QPointF(to + d, 6.5)}));
 }
 
 void mode_picture(QPainter &p, int mode)
@@ -396,7 +418,8 @@ void warning(QPainter &p)
     p.drawPolygon(QPolygonF({QPointF(23.5, 4), QPointF(43, 37), QPointF(4, 37)}));
     p.setPen(Qt::NoPen);
     p.setBrush(surface);
-    p.drawPolygon(QPolygonF({QPointF(21.5, 14), QPointF(25.5, 14), QPointF(24.7, 28), QPointF(22.3, 28)}));
+    p.drawPolygon(
+        QPolygonF({QPointF(21.5, 14), QPointF(25.5, 14), QPointF(24.7, 28), QPointF(22.3, 28)}));
     p.drawEllipse(QPointF(23.5, 32.2), 2.1, 2.1);
 }
 
@@ -443,9 +466,9 @@ void app_icon(QPainter &p)
     p.setBrush(QColor(30, 30, 30));
     p.drawRect(QRectF(-80, -56, 160, 118));
     p.restore();
-    photo(p, QRectF(40, 78, 160, 118), 8, text);
+    photo(p, QRectF(40, 78, 160, 118), 8, muted);
     p.setPen(QPen(QColor(36, 36, 36), 8));
-    p.setBrush(link);
+    p.setBrush(text);
     p.drawPath(pin_path(178, 196, 34, 13));
 }
 
@@ -457,22 +480,24 @@ registry all_images()
     const QSize nine(9, 9);
     // toolkit
     r["button/dark_normal.png"] = {nine, [](QPainter &p) {
-        button_face(p, QColor(56, 56, 56), QColor(88, 88, 88), QColor(255, 255, 255, 20));
-    }};
-    r["button/dark_pressed.png"] = {nine, [](QPainter &p) {
-        button_face(p, sunken, QColor(120, 120, 120), QColor(0, 0, 0, 90));
-    }};
-    r["button/header_normal.png"] = {nine, [](QPainter &p) {
-        button_face(p, QColor(52, 52, 52), border, QColor(255, 255, 255, 28));
-    }};
+                                       button_face(p, QColor(56, 56, 56), QColor(88, 88, 88),
+                                                   QColor(255, 255, 255, 20));
+                                   }};
+    r["button/dark_pressed.png"] = {
+        nine,
+        [](QPainter &p) { button_face(p, sunken, QColor(120, 120, 120), QColor(0, 0, 0, 90)); }};
+    r["button/header_normal.png"] = {
+        nine,
+        [](QPainter &p) { button_face(p, QColor(52, 52, 52), border, QColor(255, 255, 255, 28)); }};
     r["button/header_pressed.png"] = {nine, [](QPainter &p) {
-        button_face(p, QColor(34, 34, 34), QColor(120, 120, 120), QColor(0, 0, 0, 90));
-    }};
+                                          button_face(p, QColor(34, 34, 34), QColor(120, 120, 120),
+                                                      QColor(0, 0, 0, 90));
+                                      }};
     // The flat button shows nothing until it is pressed.
     r["button/blank_normal.png"] = {nine, [](QPainter &) {}};
-    r["button/blank_pressed.png"] = {nine, [](QPainter &p) {
-        button_face(p, QColor(0, 0, 0, 90), border_dark, QColor(0, 0, 0, 0));
-    }};
+    r["button/blank_pressed.png"] = {
+        nine,
+        [](QPainter &p) { button_face(p, QColor(0, 0, 0, 90), border_dark, QColor(0, 0, 0, 0)); }};
     r["panel/border.png"] = {nine, [](QPainter &p) { panel_border(p, true); }};
     r["panel/border_topless.png"] = {nine, [](QPainter &p) { panel_border(p, false); }};
     const QSize thirteen(13, 13);
@@ -491,9 +516,8 @@ registry all_images()
     // application
     r["icon.png"] = {QSize(256, 256), app_icon};
     const QSize head_icon(17, 17);
-    r["icon_settings.png"] = {head_icon, [](QPainter &p) {
-        gear(p, QPointF(8.5, 8.5), 8.5, 5.6, 2.4, 8, 3.0);
-    }};
+    r["icon_settings.png"] = {
+        head_icon, [](QPainter &p) { gear(p, QPointF(8.5, 8.5), 8.5, 5.6, 2.4, 8, 3.0); }};
     r["icon_about.png"] = {head_icon, [](QPainter &p) { disc_with_glyph(p, QStringLiteral("i")); }};
     r["icon_help.png"] = {head_icon, [](QPainter &p) { disc_with_glyph(p, QStringLiteral("?")); }};
     r["icon_load.png"] = {QSize(14, 14), folder};
@@ -503,26 +527,24 @@ registry all_images()
     r["mode_1.png"] = {QSize(120, 26), [](QPainter &p) { mode_picture(p, 1); }};
     r["mode_2.png"] = {QSize(120, 26), [](QPainter &p) { mode_picture(p, 2); }};
     r["mode_3.png"] = {QSize(120, 26), [](QPainter &p) { mode_picture(p, 3); }};
-    r["time_arrow_en.png"] = {QSize(120, 20), [](QPainter &p) {
-        time_arrow(p, QStringLiteral("time"), 120);
-    }};
-    r["time_arrow_de.png"] = {QSize(120, 20), [](QPainter &p) {
-        time_arrow(p, QStringLiteral("Zeit"), 120);
-    }};
+    r["time_arrow_en.png"] = {QSize(120, 20),
+                              [](QPainter &p) { time_arrow(p, QStringLiteral("time"), 120); }};
+    r["time_arrow_de.png"] = {QSize(120, 20),
+                              [](QPainter &p) { time_arrow(p, QStringLiteral("Zeit"), 120); }};
     r["drop_images_gps_en.png"] = {QSize(300, 300), [](QPainter &p) {
-        drop_area(p, QStringLiteral("Drop images here"),
-                  QStringLiteral("or load them with the button above"));
-    }};
+                                       drop_area(
+                                           p, QStringLiteral("Drop images here"),
+                                           QStringLiteral("or load them with the button above"));
+                                   }};
     r["drop_images_gps_de.png"] = {QSize(300, 300), [](QPainter &p) {
-        drop_area(p, QStringLiteral("Bilder hierher ziehen"),
-                  QStringLiteral("oder mit dem Knopf oben laden"));
-    }};
+                                       drop_area(p, QStringLiteral("Bilder hierher ziehen"),
+                                                 QStringLiteral("oder mit dem Knopf oben laden"));
+                                   }};
     r["warning_yellow.png"] = {QSize(47, 41), warning};
     r["logo_header.png"] = {QSize(217, 46), [](QPainter &p) { logo(p, 46, 217); }};
     r["logo.png"] = {QSize(300, 64), [](QPainter &p) { logo(p, 64, 300); }};
-    r["head_medium_dark_without_shadow.png"] = {QSize(8, 66), [](QPainter &p) {
-        bar_background(p, 66);
-    }};
+    r["head_medium_dark_without_shadow.png"] = {QSize(8, 66),
+                                                [](QPainter &p) { bar_background(p, 66); }};
     r["Head.png"] = {QSize(8, 97), [](QPainter &p) { bar_background(p, 97); }};
     return r;
 }
@@ -540,7 +562,8 @@ bool write_image(const QString &dir, const QString &name, const image_spec &spec
     }
     const QString path = dir + QLatin1Char('/') + name;
     if (!QDir().mkpath(QFileInfo(path).absolutePath())) {
-        std::fprintf(stderr, "loxmere_imagegen: cannot create the folder of %s\n", qPrintable(path));
+        std::fprintf(stderr, "loxmere_imagegen: cannot create the folder of %s\n",
+                     qPrintable(path));
         return false;
     }
     if (!img.convertToFormat(QImage::Format_ARGB32).save(path, "PNG")) {
