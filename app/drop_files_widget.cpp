@@ -13,7 +13,9 @@ const QString uri_list_format = QStringLiteral("text/uri-list");
 
 } // namespace
 
-drop_files_widget::drop_files_widget(QWidget *parent) : QWidget(parent) {}
+drop_files_widget::drop_files_widget(QWidget *parent)
+    : QWidget(parent)
+{}
 
 drop_files_widget::~drop_files_widget() = default;
 
