@@ -240,6 +240,14 @@ void tst_gpx_parser::rules_data()
         << "Unknown node type found: 8 node name is: #comment\n";
     QTest::addRow("text in the root")
         << gpx("stray<trk/>") << "Track 1:" << "Unknown node type found: 3 node name is: #text\n";
+    QTest::addRow("cdata and processing instruction")
+        << gpx("<![CDATA[x]]><?marker data?><trk/>") << "Track 1:"
+        << "Unknown node type found: 4 node name is: #cdata-section\n"
+           "Unknown node type found: 7 node name is: marker\n";
+    QTest::addRow("lines in file order, name after segments")
+        << gpx("<rte/><trk><trkseg/><name>Late</name><name>Second</name></trk><extensions/>")
+        << "Late:"
+        << "Unknown element found: rte\nTrack is named Late\nUnknown element found: extensions\n";
     QTest::addRow("coordinates kept as text")
         << gpx("<trk><trkseg><trkpt lat=\"046.50000\" lon=\"abc\"/>"
                "<trkpt lon=\"1e30\"/><trkpt lat=\"-91\" lon=\"nan\"/></trkseg></trk>")
@@ -320,6 +328,10 @@ void tst_gpx_parser::unreadable_data()
     QTest::addRow("empty file") << QByteArray("");
     QTest::addRow("truncated real file") << truncated;
     QTest::addRow("unclosed element") << gpx("<trk><trkseg>");
+    // what was read before the error neither counts nor prints
+    QTest::addRow("broken after content")
+        << QByteArray("<gpx><trk><name>A</name><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg>"
+                      "</trk><rte/><!-- c --><trk>");
     QTest::addRow("two roots") << QByteArray("<gpx/><gpx/>");
     QTest::addRow("plain text") << QByteArray("lat,lon\n1,2\n");
     QTest::addRow("binary") << binary;
