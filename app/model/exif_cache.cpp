@@ -64,6 +64,8 @@ void print_line(const QString &line)
 // (many Linux file systems) the time its metadata last changed.
 QDateTime file_time(const QString &file)
 {
+    if (file.contains(QChar(0)))
+        return QDateTime(); // no file system has such a name
     const QFileInfo info(file);
     QDateTime time = info.birthTime();
     if (!time.isValid())
