@@ -3,7 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QCoreApplication>
 #include <QTest>
+#include <QTranslator>
 
 #include <iostream>
 #include <sstream>
@@ -29,6 +31,8 @@ private slots:
 
     void unreadable_data();
     void unreadable();
+
+    void waypoints_name_translated();
 
 private:
     QString write_file(const QString &name, const QByteArray &content);
@@ -351,6 +355,33 @@ void tst_gpx_parser::unreadable()
     const gpx_parser parser(file);
     QVERIFY(parser.tracks.isEmpty());
     QCOMPARE(out.text(), QString());
+}
+
+namespace {
+
+// Answers for the parser's context only, as a German catalogue would.
+class test_translator : public QTranslator
+{
+public:
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        if (qstrcmp(context, "gpx_parser") == 0 && qstrcmp(source, "Waypoints") == 0)
+            return QStringLiteral("Wegpunkte");
+        return QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+void tst_gpx_parser::waypoints_name_translated()
+{
+    const QString file = write_file(QStringLiteral("wpt.gpx"), gpx("<wpt lat=\"1\" lon=\"2\"/>"));
+    test_translator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const gpx_parser parser(file);
+    QCoreApplication::removeTranslator(&translator);
+    QCOMPARE(outline(parser.tracks), QStringLiteral("Wegpunkte:1/2"));
 }
 
 QTEST_GUILESS_MAIN(tst_gpx_parser)
