@@ -3,6 +3,7 @@
 #include <vn/exif_tag_map.h>
 
 #include <QMap>
+#include <QSet>
 #include <QString>
 
 #include <memory>
@@ -19,9 +20,25 @@ public:
     // Blocks (with events running) for up to two ExifTool time limits.
     void read_file(const QString &file);
 
+    // Stores the two reads of one file and derives its keys in `values`, as
+    // read_file does after asking ExifTool. Tag names are shared with those
+    // of photos stored before, so that a name isn't held once per photo.
+    void store(const QString &file, const exif_tag_map &plain, const exif_tag_map &grouped);
+
+    // The derived keys of one file from its two reads, written over `derived`:
+    // keys that the reads don't set keep what they had. Date messages go to
+    // standard output; a date taken from the file reads the file's times.
+    static void derive(const QString &file, const exif_tag_map &plain,
+                       const exif_tag_map &grouped, exif_tag_map &derived);
+
     void clear();
 
     QMap<QString, exif_tag_map> values;
     QMap<QString, exif_tag_map> tags;
     QMap<QString, exif_tag_map> group_tags;
+
+private:
+    exif_tag_map shared_names(const exif_tag_map &map);
+
+    QSet<QString> names_; // every tag name seen, one copy each
 };
