@@ -2,9 +2,13 @@
 
 #include "dialog_settings.h"
 #include "drop_files_widget.h"
+#include "gps_tag_maps.h"
+#include "gps_writer.h"
+#include "gpx_choice.h"
 #include "language.h"
 #include "model/exif_cache.h"
 #include "model/gps_pos.h"
+#include "model/gpx_parser.h"
 #include "model/table_data_model.h"
 #include "number_validator.h"
 #include "supported_extensions.h"
@@ -13,7 +17,9 @@
 #include <vn/button_dark.h>
 #include <vn/datetime_format_selector.h>
 #include <vn/diagnostics.h>
+#include <vn/input_dialog.h>
 #include <vn/lineedit.h>
+#include <vn/message_box.h>
 #include <vn/qt/cell.h>
 #include <vn/qt/keyword.h>
 #include <vn/qt/layout.h>
@@ -40,6 +46,9 @@
 #include <QStyleFactory>
 #include <QTableView>
 #include <QTimer>
+
+#include <optional>
+#include <utility>
 
 namespace kw = vn::qt::keywords;
 
@@ -115,7 +124,27 @@ MainWindow::MainWindow(QWidget *parent)
                             const QString &filter) {
         return QFileDialog::getOpenFileNames(dialog_parent, caption, folder, filter);
     };
-    choose_gpx_files = choose_image_files;
+    choose_gpx_files = [](QWidget *dialog_parent, const QString &caption, const QString &folder,
+                          const QString &filter) {
+        const QString file = QFileDialog::getOpenFileName(dialog_parent, caption, folder, filter);
+        return file.isEmpty() ? QStringList() : QStringList(file);
+    };
+    ask_question = [](QWidget *box_parent, const QString &title, const QString &text,
+                      const QString &yes_text, const QString &no_text,
+                      QMessageBox::StandardButton default_button) {
+        if (yes_text.isEmpty() && no_text.isEmpty())
+            return vn::message_box::question(box_parent, title, text,
+                                             QMessageBox::Yes | QMessageBox::No, default_button);
+        return vn::message_box::question(box_parent, title, text, yes_text, no_text,
+                                         default_button);
+    };
+    show_warning = [](QWidget *box_parent, const QString &title, const QString &text) {
+        vn::message_box::warning(box_parent, title, text, QMessageBox::Ok, QMessageBox::NoButton);
+    };
+    choose_item = [](QWidget *dialog_parent, const QString &title, const QString &label,
+                     const QStringList &items, bool *ok) {
+        return vn::input_dialog::get_item(dialog_parent, title, label, items, 0, false, ok);
+    };
 
     init_window_resources();
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/images/icon.png")));
@@ -504,10 +533,15 @@ void MainWindow::build_progress_dialogs()
     sync_progress->setStyle(sync_style);
     sync_progress->setWindowFlags(sync_progress->windowFlags() ^
                                   (Qt::WindowContextHelpButtonHint | Qt::WindowCloseButtonHint));
+    sync_progress->setLabelText(tr("Syncing GPS data"));
     sync_progress->setCancelButton(nullptr);
     sync_progress->setMinimumDuration(0);
+    sync_progress->setMinimum(1);
     sync_progress->setFixedSize(sync_progress->size());
     sync_progress->setStyleSheet(sheet);
+    auto *sync_bar = new QProgressBar(sync_progress);
+    sync_bar->setFormat(tr("%v of %m"));
+    sync_progress->setBar(sync_bar);
     sync_progress->hide();
     sync_progress->close();
 }
@@ -758,19 +792,145 @@ void MainWindow::restore_state()
     model->gps_datetime_format_changed(settings_dialog->datetime_selector()->datetime_format());
 }
 
-// ------------------------------------------------------- flows still to come
+// ------------------------------------------------------ writing and undoing
+
+exif_tag_map MainWindow::build_undo_tags(const QString &file)
+{
+    return gps_tag_maps::build_undo_tags(*exif_cache::instance(), file);
+}
+
+std::function<void(int)> MainWindow::start_sync_progress(int total)
+{
+    sync_progress->setRange(0, total);
+    sync_progress->setValue(0);
+    QCoreApplication::processEvents();
+    return [this](int done) {
+        sync_progress->setValue(done);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 50);
+    };
+}
 
 void MainWindow::on_sync_clicked()
-{}
+{
+    if (flow_running_ || model->rowCount() == 0)
+        return;
+
+    struct question
+    {
+        bool asked;
+        QString text;
+        QString yes_text;
+        QString no_text;
+    };
+    const question questions[] = {
+        {!model->all_assigned(),
+         tr("Could not assign a GPS position to all files using the current assignment mode"),
+         tr("Continue anyway"), tr("Select a different assignment mode")},
+        {model->overwrites_gps(),
+         tr("Some loaded images already had GPS data which would be overwritten"), tr("Continue"),
+         tr("Abort")},
+        {model->has_quicktime_gps(),
+         tr("QuickTime GPS coordinates are read only and can't be modified or deleted.\nIf you "
+            "set GPS tags they will be written into EXIF.\nIn most application the EXIF tag is "
+            "preferred over the QuickTime tag."),
+         tr("Continue"), tr("Abort")},
+    };
+    for (const question &q : questions) {
+        if (q.asked && ask_question(this, tr("Continue?"), q.text, q.yes_text, q.no_text,
+                                    QMessageBox::Yes) != QMessageBox::Yes)
+            return;
+    }
+
+    begin_flow();
+    undo_tags.clear();
+    undo_button->setEnabled(false);
+    gps_writer::write_positions(*model, undo_tags, start_sync_progress(model->rowCount()));
+    undo_button->setEnabled(!undo_tags.isEmpty());
+    model->clear();
+    sync_button->setEnabled(false);
+    end_flow();
+}
 
 void MainWindow::on_undo_clicked()
-{}
+{
+    if (flow_running_)
+        return;
+    begin_flow();
+    undo_button->setEnabled(false);
+    gps_writer::undo(undo_tags, start_sync_progress(undo_tags.size()));
+    end_flow();
+}
 
 void MainWindow::on_remove_gps_clicked()
-{}
+{
+    const int rows = model->rowCount();
+    if (flow_running_ || rows == 0)
+        return;
+    if (ask_question(this, tr("Confirm"),
+                     tr("Do you really want to delete all GPS information from all currently "
+                        "loaded (%1) images?")
+                         .arg(rows),
+                     QString(), QString(), QMessageBox::NoButton) != QMessageBox::Yes)
+        return;
+    if (model->has_quicktime_gps() &&
+        ask_question(this, tr("Confirm"),
+                     tr("QuickTime GPS coordinates are read only and can't be modified or "
+                        "deleted.\nIf you set GPS tags they will be written into EXIF.\nIn "
+                        "most application the EXIF tag is preferred over the QuickTime tag."),
+                     tr("Continue"), tr("Abort"), QMessageBox::NoButton) != QMessageBox::Yes)
+        return;
+
+    begin_flow();
+    undo_tags.clear();
+    undo_button->setEnabled(false);
+    gps_writer::remove_gps(*model, undo_tags, start_sync_progress(rows));
+    model->clear();
+    undo_button->setEnabled(!undo_tags.isEmpty());
+    end_flow();
+}
+
+// ---------------------------------------------------------------- GPX tracks
 
 void MainWindow::on_load_gpx_clicked()
-{}
+{
+    if (flow_running_)
+        return;
+    const QString path =
+        choose_gpx_files(this, tr("Select gpx file"), last_gpx_load_path, tr("GPX files (*.gpx)"))
+            .value(0);
+    if (path.isEmpty())
+        return;
+    // Stored before the file is read, so that a bad file still moves the folder.
+    last_gpx_load_path = QFileInfo(path).absolutePath();
+    save_state();
+
+    const gpx_parser parser(path);
+    const QList<gpx_track> &tracks = parser.tracks;
+    if (tracks.isEmpty()) {
+        show_warning(this, tr("Error"),
+                     tr("It looks like there are no tracks in the selected gpx file. Please "
+                        "select a different one."));
+        return;
+    }
+    gpx_track track = tracks.first();
+    if (tracks.size() > 1) {
+        bool ok = false;
+        const QString chosen = choose_item(
+            this, tr("Select track"),
+            tr("There are multiple tracks inside the selected gpx file. Please select one."),
+            gpx_choice::choice_texts(tracks), &ok);
+        if (!ok)
+            return;
+        std::optional<gpx_track> found = gpx_choice::chosen_track(tracks, chosen);
+        if (!found)
+            return;
+        track = std::move(*found);
+    }
+    gpx_name_edit->setText(track.name);
+    model->set_gpx_track(track);
+    // Storing a track doesn't rebuild by itself; the preview must show it now.
+    model->rebuild_cache();
+}
 
 void MainWindow::about()
 {}

@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QMap>
+#include <QMessageBox>
 #include <QString>
 #include <QStringList>
 
@@ -45,6 +46,7 @@ class MainWindow : public vn::main_window
 
     friend class tst_mainwindow;
     friend class tst_mainwindow_state;
+    friend class tst_flows;
 
 public:
     explicit MainWindow(QWidget *parent = nullptr);
@@ -57,6 +59,27 @@ public:
         QWidget *parent, const QString &caption, const QString &folder, const QString &filter)>;
     choose_files_function choose_image_files;
     choose_files_function choose_gpx_files;
+
+    // The questions of the write flows: (parent, title, text, yes text, no
+    // text, default button) to the button pressed. Empty texts keep the
+    // standard labels. A vn::message_box by default; tests answer here.
+    using ask_function = std::function<QMessageBox::StandardButton(
+        QWidget *parent, const QString &title, const QString &text, const QString &yes_text,
+        const QString &no_text, QMessageBox::StandardButton default_button)>;
+    ask_function ask_question;
+    // A warning with an OK button: (parent, title, text).
+    using warn_function =
+        std::function<void(QWidget *parent, const QString &title, const QString &text)>;
+    warn_function show_warning;
+    // A choice from a list, first entry current, not editable: (parent,
+    // title, label, items, accepted) to the chosen text.
+    using choose_item_function =
+        std::function<QString(QWidget *parent, const QString &title, const QString &label,
+                              const QStringList &items, bool *ok)>;
+    choose_item_function choose_item;
+
+    // The tags that bring `file` back to what it held when it was read.
+    static exif_tag_map build_undo_tags(const QString &file);
 
     // Stores the mode and the two folders of the file dialogs at once.
     void save_state();
@@ -75,14 +98,15 @@ private slots:
     void on_load_clicked();
     void on_clear_list_clicked();
     void on_settings_clicked();
-    // TODO: the write flow (ask, note old tags in undo_tags, write, empty the
-    // table) waits for the tag writer of the ExifTool bridge.
+    // Asks what it must, notes each file's old tags in undo_tags, writes the
+    // previewed positions and empties the table.
     void on_sync_clicked();
-    // TODO: waits for the write flow above, whose undo record it writes back.
+    // Writes undo_tags back once, asking nothing.
     void on_undo_clicked();
-    // TODO: waits for the tag writer of the ExifTool bridge.
+    // Asks, notes each file's old tags in undo_tags, removes all GPS data
+    // and empties the table.
     void on_remove_gps_clicked();
-    // TODO: waits for the GPX reader, which gives the tracks to choose from.
+    // Reads a GPX file and hands one of its tracks, or all merged, to the model.
     void on_load_gpx_clicked();
     // TODO: waits for the toolkit's About dialog.
     void about();
@@ -111,6 +135,9 @@ private:
     void end_flow();
     void run_pending_loads();
     void run_load(const QStringList &files);
+    // Shows sync_progress at 0 of `total`; the returned function moves it on
+    // after each file and lets the window repaint, without user input.
+    std::function<void(int)> start_sync_progress(int total);
 
     vn::button_dark *settings_button = nullptr;
     vn::button_dark *about_button = nullptr;
