@@ -473,6 +473,9 @@ void tst_flows::questions_data()
     QTest::addRow("unassigned, No") << "previous" << mixed << 0 << QStringList({"Continue anyway"});
     QTest::addRow("unassigned, No to QuickTime")
         << "previous" << mixed << 1 << QStringList({"Continue anyway", "Continue"});
+    // "Continue anyway" writes the "?" row's empty position: it clears.
+    QTest::addRow("unassigned, Yes to all")
+        << "previous" << mixed << -1 << QStringList({"Continue anyway", "Continue"});
     QTest::addRow("overwrite, No") << "typed" << mixed << 0 << QStringList({"Continue"});
     QTest::addRow("overwrite and QuickTime, Yes")
         << "typed" << mixed << -1 << QStringList({"Continue", "Continue"});
@@ -489,9 +492,11 @@ void tst_flows::questions()
 
     QStringList files;
     QMap<QString, QByteArray> hashes;
+    QMap<QString, exif_tag_map> states;
     for (const QString &name : photos) {
         files << copy_photo(name);
         hashes[files.last()] = file_hash(files.last());
+        states[files.last()] = gps_state(files.last());
     }
     if (mode == QLatin1String("typed")) {
         window_->position_radio->click();
@@ -547,23 +552,27 @@ void tst_flows::questions()
     QVERIFY(!window_->undo_tags.contains(root_ + "/earlier.jpg"));
     QVERIFY(!window_->sync_button->isEnabled());
     QVERIFY(window_->undo_button->isEnabled());
-    // In the closest mode the source photo is neither written nor recorded.
-    if (mode == QLatin1String("closest")) {
+    // In the photo modes the source photos are neither written nor recorded.
+    if (mode != QLatin1String("typed")) {
         QCOMPARE(window_->undo_tags.keys(), QStringList({files.first()}));
-        QVERIFY(file_hash(files.at(1)) == hashes[files.at(1)]);
+        for (const QString &source : files.mid(1))
+            QVERIFY2(file_hash(source) == hashes[source], qPrintable(source));
     } else {
         QCOMPARE(window_->undo_tags.size(), files.size());
     }
-    // A typed position replaces the old one whole: DSCN0010's altitude
-    // goes, and comes back with the undo.
-    if (mode == QLatin1String("typed")) {
-        const QString dscn = files.at(1);
-        QVERIFY(!gps_state(dscn).contains("GPS:GPSSatellites"));
-        window_->on_undo_clicked();
-        QCOMPARE(gps_state(dscn).value("GPS:GPSSatellites"), QStringLiteral("06"));
-        QVERIFY(file_hash(files.at(0)) == hashes[files.at(0)] ||
-                gps_state(files.at(0)).value("GPS:GPSLatitude").isEmpty());
+    if (mode == QLatin1String("previous")) {
+        const exif_tag_map plain = vn::exiftool::read_tags(files.first(), false);
+        QVERIFY(!plain.contains("GPSLatitude") && !plain.contains("GPSLatitudeRef"));
+        QCOMPARE(plain.value("GPSVersionID"), QStringLiteral("2.2.0.0"));
     }
+    // A typed position replaces the old one whole: DSCN0010's satellite
+    // count goes, and comes back with the undo.
+    if (mode == QLatin1String("typed"))
+        QVERIFY(!gps_state(files.at(1)).contains("GPS:GPSSatellites"));
+    window_->on_undo_clicked();
+    for (const QString &file : files)
+        QCOMPARE(state_difference(states[file], gps_state(file)), QString());
+    QCOMPARE(gps_state(files.at(1)).value("GPS:GPSSatellites"), QStringLiteral("06"));
 }
 
 void tst_flows::unwritable_positions_data()
