@@ -51,6 +51,9 @@ private slots:
     void stubborn_process_is_killed_in_last_pass_data();
     void stubborn_process_is_killed_in_last_pass();
     void released_response_is_freed_after_late_reply();
+    void reads_free_their_responses_data();
+    void reads_free_their_responses();
+    void timers_run_during_wait();
     void garbage_reply_is_parsed_as_far_as_it_goes();
     void read_command_bytes_data();
     void read_command_bytes();
@@ -334,6 +337,52 @@ void tst_exiftool_worker::released_response_is_freed_after_late_reply()
     QVERIFY(!kept_alive.isNull());
     vn::exiftool::shutdown();
     QTRY_VERIFY(kept_alive.isNull());
+}
+
+void tst_exiftool_worker::reads_free_their_responses_data()
+{
+    QTest::addColumn<QByteArray>("mode");
+    QTest::addColumn<bool>("write");
+    QTest::addRow("read, answered") << QByteArray("echo") << false;
+    QTest::addRow("write, answered") << QByteArray("echo") << true;
+    QTest::addRow("read, process dies") << QByteArray("die") << false;
+}
+
+void tst_exiftool_worker::reads_free_their_responses()
+{
+    QFETCH(QByteArray, mode);
+    QFETCH(bool, write);
+    use_mode(mode.constData());
+    vn::exiftool_worker_init();
+    // Responses are children of the worker's thread object until freed.
+    QObject *owner = vn::exiftool::start_task("kept\n")->parent();
+    QVERIFY(owner);
+    const int before = owner->findChildren<vn::exif_response *>().size();
+    const QString file = make_file(QStringLiteral("many.jpg"));
+    for (int i = 0; i < 20; ++i) {
+        if (mode == "die")
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ExifTool ended; 1 open command"));
+        if (write)
+            vn::exiftool::write_tags(file, exif_tag_map());
+        else
+            vn::exiftool::read_tags(file, i % 2 == 1);
+    }
+    QTRY_COMPARE(owner->findChildren<vn::exif_response *>().size(), before);
+}
+
+void tst_exiftool_worker::timers_run_during_wait()
+{
+    use_mode("hang");
+    vn::exiftool_worker_init();
+    vn::exif_response *response = vn::exiftool::start_task("x\n");
+    int ticks = 0;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&ticks] { ++ticks; });
+    timer.start(10);
+    QVERIFY(!response->wait(300));
+    QVERIFY2(ticks >= 3, qPrintable(QString::number(ticks)));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ExifTool ended; 1 open command"));
+    vn::exiftool::shutdown();
 }
 
 void tst_exiftool_worker::garbage_reply_is_parsed_as_far_as_it_goes()
