@@ -72,12 +72,11 @@ bool make_photo(const QString &path)
         return false;
     file.close();
     // Some EXIF, once, with the real tool.
-    const int code = QProcess::execute(vn::exiftool_worker::program_path(),
-                                       {"-q", "-overwrite_original", "-Make=Loxmere",
-                                        "-Model=Bench", "-DateTimeOriginal=2024:05:01 12:00:00",
-                                        "-GPSLatitude=48.137", "-GPSLatitudeRef=N",
-                                        "-GPSLongitude=11.575", "-GPSLongitudeRef=E",
-                                        "-XMP:Title=bench", path});
+    const int code = QProcess::execute(
+        vn::exiftool_worker::program_path(),
+        {"-q", "-overwrite_original", "-Make=Loxmere", "-Model=Bench",
+         "-DateTimeOriginal=2024:05:01 12:00:00", "-GPSLatitude=48.137", "-GPSLatitudeRef=N",
+         "-GPSLongitude=11.575", "-GPSLongitudeRef=E", "-XMP:Title=bench", path});
     return code == 0;
 }
 

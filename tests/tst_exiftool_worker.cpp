@@ -83,8 +83,8 @@ void tst_exiftool_worker::init()
 {
     qunsetenv("FAKE_EXIFTOOL_MODE");
     qunsetenv("FAKE_EXIFTOOL_SPLIT");
-    log_path_ = dir_.filePath(QStringLiteral("commands-%1.log")
-                                  .arg(QString::fromLatin1(QTest::currentTestFunction())));
+    log_path_ = dir_.filePath(
+        QStringLiteral("commands-%1.log").arg(QString::fromLatin1(QTest::currentTestFunction())));
     QFile::remove(log_path_);
     qputenv("FAKE_EXIFTOOL_LOG", QFile::encodeName(log_path_));
 }
@@ -130,11 +130,12 @@ void tst_exiftool_worker::ids_count_up_in_order()
     QVERIFY(first->is_ready());
     QVERIFY(second->is_ready());
     // One command at a time, in order: the fake logs what it read.
-    const QByteArray expected = QStringLiteral("a\n\n-execute%1\nb\n\n-execute%2\nc\n\n-execute%3\n")
-                                    .arg(first->id())
-                                    .arg(second->id())
-                                    .arg(third->id())
-                                    .toUtf8();
+    const QByteArray expected =
+        QStringLiteral("a\n\n-execute%1\nb\n\n-execute%2\nc\n\n-execute%3\n")
+            .arg(first->id())
+            .arg(second->id())
+            .arg(third->id())
+            .toUtf8();
     QCOMPARE(read_log(), expected);
 
     // Ids go on counting across a new start.
@@ -152,14 +153,14 @@ void tst_exiftool_worker::replies_reach_their_commands_data()
     QTest::addColumn<QByteArray>("reply");
     QTest::addRow("empty reply") << QByteArray() << QByteArray("");
     QTest::addRow("one line") << QByteArray("-Make=X\n") << QByteArray("-Make=X\n");
-    QTest::addRow("umlauts as UTF-8") << QByteArray("-Title=Grünwald Straße\n")
-                                      << QByteArray("-Title=Grünwald Straße\n");
+    QTest::addRow("umlauts as UTF-8")
+        << QByteArray("-Title=Grünwald Straße\n") << QByteArray("-Title=Grünwald Straße\n");
     QByteArray many;
     for (int i = 0; i < 600; ++i)
         many += "-Tag" + QByteArray::number(i) + "=value number " + QByteArray::number(i) + "\n";
     QTest::addRow("many chunks (%d bytes)", many.size()) << many << many;
-    QTest::addRow("NUL ends the command") << QByteArray("-A=1\n\0-B=2\n", 12)
-                                          << QByteArray("-A=1\n");
+    QTest::addRow("NUL ends the command")
+        << QByteArray("-A=1\n\0-B=2\n", 12) << QByteArray("-A=1\n");
 }
 
 void tst_exiftool_worker::replies_reach_their_commands()
@@ -203,8 +204,8 @@ void tst_exiftool_worker::other_ids_marker_stays_in_reply()
     vn::exif_response *first = vn::exiftool::start_task("x\n");
     QVERIFY(first->wait(reply_limit_ms));
     const qint32 next_id = first->id() + 1;
-    const QByteArray foreign = vn::exiftool_worker::marker_for(next_id + 1)
-                               + vn::exiftool_worker::marker_for(next_id - 1);
+    const QByteArray foreign =
+        vn::exiftool_worker::marker_for(next_id + 1) + vn::exiftool_worker::marker_for(next_id - 1);
     vn::exif_response *second = vn::exiftool::start_task("before\n" + foreign + "after\n");
     QCOMPARE(second->id(), next_id);
     vn::exif_response *third = vn::exiftool::start_task("third\n");
@@ -361,7 +362,8 @@ void tst_exiftool_worker::reads_free_their_responses()
     const QString file = make_file(QStringLiteral("many.jpg"));
     for (int i = 0; i < 20; ++i) {
         if (mode == "die")
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ExifTool ended; 1 open command"));
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression("ExifTool ended; 1 open command"));
         if (write)
             vn::exiftool::write_tags(file, exif_tag_map());
         else
@@ -404,8 +406,8 @@ void tst_exiftool_worker::read_command_bytes_data()
     QTest::addColumn<bool>("with_groups");
     QTest::addColumn<QString>("prefix");
     QTest::addRow("plain") << QStringLiteral("p.jpg") << false << QString();
-    QTest::addRow("groups and duplicates") << QStringLiteral("g.jpg") << true
-                                           << QStringLiteral("-G1\n-a\n");
+    QTest::addRow("groups and duplicates")
+        << QStringLiteral("g.jpg") << true << QStringLiteral("-G1\n-a\n");
     QTest::addRow("umlauts") << QStringLiteral("Grünwald Straße 1.jpg") << false << QString();
     QTest::addRow("leading dash") << QStringLiteral("-delete_original!") << false << QString();
 }
@@ -421,7 +423,9 @@ void tst_exiftool_worker::read_command_bytes()
     const QByteArray log = read_log();
     const QByteArray expected = (prefix + file + QStringLiteral("\n\n-execute")).toUtf8();
     QVERIFY2(log.startsWith(expected), log.constData());
-    QVERIFY(QRegularExpression("^-execute\\d+\\n$").match(QString::fromUtf8(log.mid(expected.size() - 8))).hasMatch());
+    QVERIFY(QRegularExpression("^-execute\\d+\\n$")
+                .match(QString::fromUtf8(log.mid(expected.size() - 8)))
+                .hasMatch());
 }
 
 void tst_exiftool_worker::write_command_bytes_data()
@@ -460,7 +464,9 @@ void tst_exiftool_worker::write_command_bytes()
          + QStringLiteral("\n-execute"))
             .toUtf8();
     QVERIFY2(log.startsWith(expected), log.constData());
-    QVERIFY(QRegularExpression("^\\d+\\n$").match(QString::fromUtf8(log.mid(expected.size()))).hasMatch());
+    QVERIFY(QRegularExpression("^\\d+\\n$")
+                .match(QString::fromUtf8(log.mid(expected.size())))
+                .hasMatch());
 }
 
 void tst_exiftool_worker::write_failure_text_data()
@@ -469,10 +475,10 @@ void tst_exiftool_worker::write_failure_text_data()
     QTest::addColumn<bool>("ok");
     QTest::addRow("summary line") << QStringLiteral("    1 files weren't updated due to errors")
                                   << false;
-    QTest::addRow("inside a line") << QStringLiteral("x files weren't updated due to errors, yes")
-                                   << false;
-    QTest::addRow("other capitals") << QStringLiteral("1 Files Weren't Updated Due To Errors")
-                                    << true;
+    QTest::addRow("inside a line")
+        << QStringLiteral("x files weren't updated due to errors, yes") << false;
+    QTest::addRow("other capitals")
+        << QStringLiteral("1 Files Weren't Updated Due To Errors") << true;
     QTest::addRow("updated") << QStringLiteral("    1 image files updated") << true;
 }
 
@@ -496,23 +502,22 @@ void tst_exiftool_worker::parse_tags_data()
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<QStringList>("keys_and_values");
     QTest::addRow("empty") << QByteArray() << QStringList();
-    QTest::addRow("empty value kept") << QByteArray("-Comment=\r\n")
-                                      << QStringList{"Comment", ""};
-    QTest::addRow("value cut at second '='") << QByteArray("-Comment=a=b\n")
-                                             << QStringList{"Comment", "a"};
-    QTest::addRow("later line wins") << QByteArray("-Make=A\n-Make=B\n")
-                                     << QStringList{"Make", "B"};
+    QTest::addRow("empty value kept") << QByteArray("-Comment=\r\n") << QStringList{"Comment", ""};
+    QTest::addRow("value cut at second '='")
+        << QByteArray("-Comment=a=b\n") << QStringList{"Comment", "a"};
+    QTest::addRow("later line wins")
+        << QByteArray("-Make=A\n-Make=B\n") << QStringList{"Make", "B"};
     QTest::addRow("group key") << QByteArray("-GPS:GPSLatitude=1\r\n")
                                << QStringList{"GPS:GPSLatitude", "1"};
-    QTest::addRow("first character goes without a dash") << QByteArray("Title=x\n")
-                                                         << QStringList{"itle", "x"};
-    QTest::addRow("blanks around '=' dropped") << QByteArray("-Make  =  Nikon \r\n")
-                                               << QStringList{"Make", "Nikon"};
+    QTest::addRow("first character goes without a dash")
+        << QByteArray("Title=x\n") << QStringList{"itle", "x"};
+    QTest::addRow("blanks around '=' dropped")
+        << QByteArray("-Make  =  Nikon \r\n") << QStringList{"Make", "Nikon"};
     QTest::addRow("continuation lines skipped")
         << QByteArray("-Comment=line one\nline two\n-Make=C\n")
         << QStringList{"Comment", "line one", "Make", "C"};
-    QTest::addRow("NUL ends the text") << QByteArray("-A=1\n-B=2\0-C=3\n", 15)
-                                       << QStringList{"A", "1", "B", "2"};
+    QTest::addRow("NUL ends the text")
+        << QByteArray("-A=1\n-B=2\0-C=3\n", 15) << QStringList{"A", "1", "B", "2"};
     QTest::addRow("UTF-8 text") << QByteArray("-City=M\xc3\xbcnchen\n")
                                 << QStringList{"City", QString::fromUtf8("München")};
 }

@@ -42,8 +42,11 @@ public:
     bool is_failed() const;
     bool is_cancelled() const;
 
-    // Worker side: stores the reply, then marks it complete unless cancelled.
+    // Worker side: stores the reply, then marks it complete unless cancelled
+    // and wakes the thread that waits for it.
     void set_reply(const QByteArray &reply);
+    // Unless cancelled, sets complete, emits ready(this), then finished().
+    void set_ready();
     // Unless cancelled, clears complete, emits error(code) and finished().
     void set_error(vn::exif_error code);
     // Worker side: the process is gone; the reply will never come.
@@ -61,7 +64,6 @@ signals:
     void finished();                        // after ready or error
 
 private:
-    void set_ready();
     void wake_owner_thread();
 
     const qint32 id_;

@@ -26,8 +26,8 @@ const char close_command[] = "-stay_open\n0\n";
 } // namespace
 
 exiftool_worker::exiftool_worker()
-    : process_(new QProcess(this)),
-      restart_open_mode_(QIODevice::ReadWrite | QIODevice::Text | QIODevice::Unbuffered)
+    : process_(new QProcess(this))
+    , restart_open_mode_(QIODevice::ReadWrite | QIODevice::Text | QIODevice::Unbuffered)
 {
     process_->setReadChannel(QProcess::StandardOutput);
     connect(process_, &QProcess::readyReadStandardOutput, this, &exiftool_worker::read_output);
