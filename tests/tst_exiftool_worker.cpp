@@ -40,6 +40,7 @@ private slots:
     void cleanupTestCase();
 
     void ids_count_up_in_order();
+    void started_on_first_use_and_stopped_at_quit();
     void replies_reach_their_commands_data();
     void replies_reach_their_commands();
     void marker_split_across_reads_data();
@@ -48,6 +49,7 @@ private slots:
     void silent_process_times_out_and_blocks_queue();
     void wait_zero();
     void dying_process_fails_at_once_and_is_restarted();
+    void shutdown_after_death_has_nothing_to_stop();
     void stubborn_process_is_killed_in_last_pass_data();
     void stubborn_process_is_killed_in_last_pass();
     void released_response_is_freed_after_late_reply();
@@ -145,6 +147,32 @@ void tst_exiftool_worker::ids_count_up_in_order()
     QCOMPARE(after_restart->id(), third->id() + 1);
     QVERIFY(after_restart->wait(reply_limit_ms));
     QCOMPARE(after_restart->data(), QByteArray("d\n"));
+}
+
+void tst_exiftool_worker::started_on_first_use_and_stopped_at_quit()
+{
+    QVERIFY(!vn::exiftool::is_started());
+    vn::exiftool_worker_init();
+    QVERIFY(vn::exiftool::is_started());
+    vn::exif_response *first = vn::exiftool::start_task("a\n");
+    // A second init changes nothing: same thread, no second start.
+    vn::exiftool_worker_init();
+    vn::exif_response *second = vn::exiftool::start_task("b\n");
+    QVERIFY(first->parent());
+    QCOMPARE(first->parent(), second->parent());
+    QCOMPARE(first->parent()->objectName(), QStringLiteral("Exiftol IO Worker"));
+    QVERIFY(second->wait(reply_limit_ms));
+    QCOMPARE(read_log(), QStringLiteral("a\n\n-execute%1\nb\n\n-execute%2\n")
+                             .arg(first->id())
+                             .arg(second->id())
+                             .toUtf8());
+
+    QPointer<QObject> thread(first->parent());
+    QTest::ignoreMessage(QtInfoMsg, QRegularExpression("Worker shutdown: Ok$"));
+    QVERIFY(QMetaObject::invokeMethod(QCoreApplication::instance(), "aboutToQuit",
+                                      Qt::DirectConnection));
+    QVERIFY(!vn::exiftool::is_started());
+    QTRY_VERIFY(thread.isNull());
 }
 
 void tst_exiftool_worker::replies_reach_their_commands_data()
@@ -279,6 +307,18 @@ void tst_exiftool_worker::dying_process_fails_at_once_and_is_restarted()
     vn::exif_response *next = vn::exiftool::start_task("third\n");
     QVERIFY(next->wait(reply_limit_ms));
     QCOMPARE(next->data(), QByteArray("third\n"));
+}
+
+void tst_exiftool_worker::shutdown_after_death_has_nothing_to_stop()
+{
+    use_mode("die");
+    vn::exiftool_worker_init();
+    vn::exif_response *response = vn::exiftool::start_task("x\n");
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ExifTool ended; 1 open command"));
+    QVERIFY(!response->wait(reply_limit_ms));
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Did 0 iterations, state: 0$"));
+    QTest::ignoreMessage(QtInfoMsg, QRegularExpression("Worker shutdown: Ok$"));
+    vn::exiftool::shutdown();
 }
 
 void tst_exiftool_worker::stubborn_process_is_killed_in_last_pass_data()
