@@ -53,6 +53,7 @@ private slots:
     void stubborn_process_is_killed_in_last_pass_data();
     void stubborn_process_is_killed_in_last_pass();
     void released_response_is_freed_after_late_reply();
+    void cancelled_response_stores_reply_without_completing();
     void reads_free_their_responses_data();
     void reads_free_their_responses();
     void timers_run_during_wait();
@@ -380,6 +381,26 @@ void tst_exiftool_worker::released_response_is_freed_after_late_reply()
     QVERIFY(!kept_alive.isNull());
     vn::exiftool::shutdown();
     QTRY_VERIFY(kept_alive.isNull());
+}
+
+void tst_exiftool_worker::cancelled_response_stores_reply_without_completing()
+{
+    use_mode("split");
+    qputenv("FAKE_EXIFTOOL_SPLIT", "1"); // the rest comes after a pause
+    vn::exiftool_worker_init();
+    vn::exif_response *response = vn::exiftool::start_task("gone\n");
+    QSignalSpy ready(response, &vn::exif_response::ready);
+    QSignalSpy error(response, &vn::exif_response::error);
+    response->cancel();
+    QVERIFY(!response->wait(reply_limit_ms));
+    QTRY_COMPARE_WITH_TIMEOUT(response->data(), QByteArray("gone\n"), reply_limit_ms);
+    QVERIFY(!response->is_ready());
+    QCOMPARE(ready.count(), 0);
+    QCOMPARE(error.count(), 0);
+    // The stream goes on with the next command.
+    vn::exif_response *next = vn::exiftool::start_task("next\n");
+    QVERIFY(next->wait(reply_limit_ms));
+    QCOMPARE(next->data(), QByteArray("next\n"));
 }
 
 void tst_exiftool_worker::reads_free_their_responses_data()

@@ -48,7 +48,8 @@ bool exif_response::wait(int timeout_ms)
 
 QByteArray exif_response::data() const
 {
-    if (!complete_.load(std::memory_order_acquire) && !cancelled_.load(std::memory_order_acquire))
+    // The flag publishes the reply; before it the worker may still be writing.
+    if (!stored_.load(std::memory_order_acquire))
         return QByteArray();
     return data_;
 }
@@ -73,6 +74,7 @@ bool exif_response::is_cancelled() const
 void exif_response::set_reply(const QByteArray &reply)
 {
     data_ = reply;
+    stored_.store(true, std::memory_order_release);
     set_ready();
     wake_owner_thread();
 }

@@ -35,6 +35,8 @@ public:
     // in the event loop: the worker wakes this thread when it completes.
     bool wait(int timeout_ms);
 
+    // The reply once the worker has stored it (also for a cancelled
+    // response), else a null array.
     QByteArray data() const;
     qint32 id() const { return id_; }
     qint64 start_time() const { return start_time_; }
@@ -70,6 +72,7 @@ private:
     std::atomic<bool> complete_{false};
     std::atomic<bool> cancelled_{false};
     std::atomic<bool> failed_{false};
+    std::atomic<bool> stored_{false}; // data_ holds the reply, also when cancelled
     std::atomic<int> holds_{2};
     QByteArray data_;
     qint64 start_time_;

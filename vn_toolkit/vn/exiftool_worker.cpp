@@ -230,7 +230,8 @@ void exiftool_worker::read_output()
         if (n < 0) {
             qWarning("%s: Reading process output failed: %s (%d).", Q_FUNC_INFO,
                      qUtf8Printable(process_->errorString()), int(process_->error()));
-            continue;
+            // Left for the next readyRead: retrying here could loop forever.
+            return;
         }
         output_.append(chunk, int(n));
         // Searched from the start each time, so a marker split across reads
