@@ -221,23 +221,26 @@ void tst_layout::flow_data()
     QTest::addColumn<bool>("vertical");
     QTest::addColumn<QList<keyword_list>>("cells");
     QTest::addColumn<point_list>("positions"); // column, row of each cell
+    QTest::addColumn<QPoint>("cursor");        // where the next cell would go
     QTest::addRow("wrap 2 along rows") << 2 << false << QList<keyword_list>{{}, {}, {}}
-        << point_list{{0, 0}, {1, 0}, {0, 1}};
+        << point_list{{0, 0}, {1, 0}, {0, 1}} << QPoint(1, 1);
     QTest::addRow("wrap 2 down columns") << 2 << true << QList<keyword_list>{{}, {}, {}}
-        << point_list{{0, 0}, {0, 1}, {1, 0}};
+        << point_list{{0, 0}, {0, 1}, {1, 0}} << QPoint(1, 1);
     QTest::addRow("column span skips placeholder and wraps") << 2 << false
-        << QList<keyword_list>{{column_span = 2}, {}} << point_list{{0, 0}, {0, 1}};
+        << QList<keyword_list>{{column_span = 2}, {}} << point_list{{0, 0}, {0, 1}} << QPoint(1, 1);
     QTest::addRow("row span skips placeholder below") << 2 << false
-        << QList<keyword_list>{{row_span = 2}, {}, {}} << point_list{{0, 0}, {1, 0}, {1, 1}};
+        << QList<keyword_list>{{row_span = 2}, {}, {}} << point_list{{0, 0}, {1, 0}, {1, 1}} << QPoint(0, 2);
     QTest::addRow("wrap 0 never wraps") << 0 << false << QList<keyword_list>{{}, {}, {}}
-        << point_list{{0, 0}, {1, 0}, {2, 0}};
+        << point_list{{0, 0}, {1, 0}, {2, 0}} << QPoint(3, 0);
     QTest::addRow("wrap 0 line break starts a row") << 0 << false
         << QList<keyword_list>{{}, {line_break}, {}, {}}
-        << point_list{{0, 0}, {1, 0}, {0, 1}, {1, 1}};
+        << point_list{{0, 0}, {1, 0}, {0, 1}, {1, 1}} << QPoint(2, 1);
     QTest::addRow("vertical line break starts a column") << 0 << true
-        << QList<keyword_list>{{}, {line_break}, {}} << point_list{{0, 0}, {0, 1}, {1, 0}};
+        << QList<keyword_list>{{}, {line_break}, {}} << point_list{{0, 0}, {0, 1}, {1, 0}} << QPoint(1, 1);
     QTest::addRow("line break in wrapping layout") << 3 << false
-        << QList<keyword_list>{{line_break}, {}} << point_list{{0, 0}, {0, 1}};
+        << QList<keyword_list>{{line_break}, {}} << point_list{{0, 0}, {0, 1}} << QPoint(1, 1);
+    QTest::addRow("cursor skips a run of placeholders") << 3 << false
+        << QList<keyword_list>{{column_span = 3}} << point_list{{0, 0}} << QPoint(0, 1);
 }
 
 void tst_layout::flow()
@@ -246,6 +249,7 @@ void tst_layout::flow()
     QFETCH(bool, vertical);
     QFETCH(QList<keyword_list>, cells);
     QFETCH(point_list, positions);
+    QFETCH(QPoint, cursor);
     QWidget parent;
     vn::qt::layout grid(&parent, wrap, vertical);
     QVector<QWidget *> widgets;
@@ -261,6 +265,7 @@ void tst_layout::flow()
         QCOMPARE(grid.cell_at(c->column, c->row), c);
         QCOMPARE(c->parent_layout(), &grid);
     }
+    QCOMPARE(QPoint(grid.cursor_column(), grid.cursor_row()), cursor);
     // the fill pass keeps a full rectangle
     for (int r = 0; r + 1 < grid.rows(); ++r) {
         for (int c = 0; c < grid.columns(); ++c)
