@@ -82,6 +82,8 @@ private slots:
     void qt_interface_throws();
     void animate_height_data();
     void animate_height();
+    void animate_tracks_data();
+    void animate_tracks();
     void animate_outside_layout();
     void click_handler_sets_current_cell();
     void backgrounds_only_for_placed_cells();
@@ -456,6 +458,50 @@ void tst_layout::animate_height()
     QCOMPARE(recorder.heights, seen);
     QCOMPARE(grid->row_height(0), target);
     QCOMPARE(second->y(), target); // the last resize placed the rows anew
+}
+
+void tst_layout::animate_tracks_data()
+{
+    QTest::addColumn<bool>("both");  // animate_size, else animate_width
+    QTest::addColumn<QSize>("start"); // column width, row height
+    QTest::addColumn<QSize>("target");
+    QTest::addColumn<QSize>("end");
+    QTest::addColumn<int>("resizes");
+    // 0.1 s: two steps of two resizes each, then the final two
+    QTest::addRow("width in steps") << false << QSize(100, 80) << QSize(50, 0) << QSize(50, 80) << 6;
+    QTest::addRow("width jumps") << false << QSize(100, 80) << QSize(70, 0) << QSize(70, 80) << 6;
+    QTest::addRow("size in steps") << true << QSize(100, 80) << QSize(60, 40) << QSize(60, 40) << 6;
+    QTest::addRow("size: width already there") << true << QSize(100, 80) << QSize(100, 40) << QSize(100, 80) << 0;
+    QTest::addRow("size: height already there") << true << QSize(100, 80) << QSize(60, 80) << QSize(100, 80) << 0;
+}
+
+void tst_layout::animate_tracks()
+{
+    QFETCH(bool, both);
+    QFETCH(QSize, start);
+    QFETCH(QSize, target);
+    QFETCH(QSize, end);
+    QFETCH(int, resizes);
+    QWidget top;
+    top.resize(300, 300);
+    auto *grid = new vn::qt::layout(&top, 2, false);
+    vn::qt::cell *stored = grid->add(vn::qt::cell(new QWidget(&top)));
+    grid->column_width() = start.width();
+    grid->row_height() = start.height();
+    auto *next = new QWidget(&top);
+    grid->add(next);
+    top.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&top));
+    resize_recorder recorder(grid, 0);
+    top.installEventFilter(&recorder);
+    if (both)
+        stored->animate_size(target.width(), target.height(), 0.1f);
+    else
+        stored->animate_width(target.width(), 0.1f);
+    top.removeEventFilter(&recorder);
+    QCOMPARE(QSize(grid->column_width(0), grid->row_height(0)), end);
+    QCOMPARE(recorder.heights.size(), resizes);
+    QCOMPARE(next->x(), end.width());
 }
 
 void tst_layout::animate_outside_layout()
