@@ -13,8 +13,8 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    std::printf("%8s %8s %14s %16s %16s\n", "cells", "columns", "add all (ms)",
-                "first pass (ms)", "guarded (us)");
+    std::printf("%8s %8s %14s %16s %16s\n", "cells", "columns", "add all (ms)", "first pass (ms)",
+                "guarded (us)");
     for (int cells : {50, 200, 800}) {
         const int columns = 4;
         QWidget parent;

@@ -133,8 +133,8 @@ QWidget *layout::add(QWidget *widget)
 cell *layout::place(const cell &item, int column, int row, bool skip_fill)
 {
     if (column < 0 || row < 0) {
-        qWarning("%s: Not placing a cell at column %d, row %d: positions start at 0.",
-                 Q_FUNC_INFO, column, row);
+        qWarning("%s: Not placing a cell at column %d, row %d: positions start at 0.", Q_FUNC_INFO,
+                 column, row);
         return nullptr;
     }
     adopt(item.widget());
@@ -264,8 +264,9 @@ void layout::adopt(QWidget *child) const
     QWidget *parent = parentWidget();
     if (!child || !parent || child->parentWidget() == parent)
         return;
-    const bool show = parent->isVisible()
-        && !(child->isHidden() && child->testAttribute(Qt::WA_WState_ExplicitShowHide));
+    const bool show
+        = parent->isVisible()
+          && !(child->isHidden() && child->testAttribute(Qt::WA_WState_ExplicitShowHide));
     child->setParent(parent);
     if (show)
         child->show();
@@ -376,17 +377,16 @@ void layout::setGeometry(const QRect &rect)
             for (int i = 0; i < item.row_span; ++i)
                 slot_height += track(row_heights_, r + i, auto_height);
 
-            const extent across = place_in_slot(x, slot_width, item.width, item.margin_left,
-                                                item.margin_right, item.padding_left,
-                                                item.padding_right);
-            const extent down = place_in_slot(y, slot_height, item.height, item.margin_top,
-                                              item.margin_bottom, item.padding_top,
-                                              item.padding_bottom);
+            const extent across
+                = place_in_slot(x, slot_width, item.width, item.margin_left, item.margin_right,
+                                item.padding_left, item.padding_right);
+            const extent down
+                = place_in_slot(y, slot_height, item.height, item.margin_top, item.margin_bottom,
+                                item.padding_top, item.padding_bottom);
             if (item.widget_) {
                 item.widget_->move(int(across.start) + item.offset_x,
                                    int(down.start) + item.offset_y);
-                item.widget_->setFixedSize(non_negative(across.length),
-                                           non_negative(down.length));
+                item.widget_->setFixedSize(non_negative(across.length), non_negative(down.length));
             }
             if (item.background_) {
                 QWidget *background = item.background_;

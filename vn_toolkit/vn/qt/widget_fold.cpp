@@ -28,8 +28,8 @@ widget_fold::widget_fold(QString text, QPushButton *button, double seconds, int 
 
     auto *content = new QWidget;
     content_layout_ = new vn::qt::layout(content, 1, false);
-    main_layout_->add(cell(content, vn::qt::margin_top = 0, vn::qt::height = 400,
-                           vn::qt::column_span = 2));
+    main_layout_->add(
+        cell(content, vn::qt::margin_top = 0, vn::qt::height = 400, vn::qt::column_span = 2));
 
     // The holding cell exists only once the caller has added the fold to its
     // layout, after this constructor; the second shot comes after the first
