@@ -241,6 +241,9 @@ void tst_layout::placement()
     QCOMPARE(stored->background()->geometry(), behind);
     QCOMPARE(stored->background()->parentWidget(), &parent);
     QCOMPARE(child->parentWidget(), &parent);
+    // stacked behind its widget
+    QVERIFY(parent.children().indexOf(stored->background())
+            < parent.children().indexOf(child));
 }
 
 void tst_layout::flow_data()

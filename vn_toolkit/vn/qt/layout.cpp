@@ -3,6 +3,7 @@
 #include <vn/exception.h>
 
 #include <QAbstractButton>
+#include <QThread>
 #include <QWidget>
 
 #include <algorithm>
@@ -172,6 +173,8 @@ cell *layout::cell_at(int column, int row)
 
 cell &layout::store(const cell &item, position where)
 {
+    // cells_by_widget and current_cell have no lock: the GUI thread alone may touch them
+    Q_ASSERT(QThread::currentThread() == thread());
     auto it = cells_.find(where);
     if (it == cells_.end()) {
         it = cells_.emplace(where, item).first;
