@@ -413,6 +413,12 @@ void layout::setGeometry(const QRect &rect)
     }
 }
 
+void layout::place_now()
+{
+    same_size_count_ = 0;
+    setGeometry(geometry());
+}
+
 QLayoutItem *layout::itemAt(int index) const
 {
     if (index < 0)

@@ -59,8 +59,12 @@ void widget_fold::synchronise()
     if (!holder)
         return;
     cell *content = main_layout_->cell_at(0, 1);
-    if (content)
-        content->height = float(holder->parent_layout()->row_height(holder->row));
+    const float open = float(holder->parent_layout()->row_height(holder->row));
+    if (!content || content->height == open)
+        return;
+    content->height = open;
+    // The fold's own size stays, so no resize would place the content anew.
+    main_layout_->place_now();
 }
 
 // Blocks for the length of the animation.
