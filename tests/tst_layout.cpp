@@ -242,8 +242,7 @@ void tst_layout::placement()
     QCOMPARE(stored->background()->parentWidget(), &parent);
     QCOMPARE(child->parentWidget(), &parent);
     // stacked behind its widget
-    QVERIFY(parent.children().indexOf(stored->background())
-            < parent.children().indexOf(child));
+    QVERIFY(parent.children().indexOf(stored->background()) < parent.children().indexOf(child));
 }
 
 void tst_layout::flow_data()
