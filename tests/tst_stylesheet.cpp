@@ -1,0 +1,162 @@
+#include <vn/qt/stylesheet.h>
+
+#include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QStyle>
+#include <QTest>
+#include <QWidget>
+
+class tst_stylesheet : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void parse_and_write_data();
+    void parse_and_write();
+    void apply_writes_sorted_sheet();
+    void merge_data();
+    void merge();
+    void merge_without_colon_is_skipped();
+    void scroll_bars_data();
+    void scroll_bars();
+};
+
+void tst_stylesheet::parse_and_write_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
+    QTest::addRow("later declaration wins") << "a:1;b:2;a:3"
+                                            << "a:3;b:2;";
+    QTest::addRow("sorted by property") << "color:red;background:blue;"
+                                        << "background:blue;color:red;";
+    QTest::addRow("no colon dropped") << "a:1;nonsense;b:2"
+                                      << "a:1;b:2;";
+    QTest::addRow("empty value dropped") << "a:;b:2"
+                                         << "b:2;";
+    QTest::addRow("empty property dropped") << ":1;b:2"
+                                            << "b:2;";
+    QTest::addRow("blanks are kept") << "color: red; margin:1px"
+                                     << " margin:1px;color: red;";
+    QTest::addRow("value holds a colon") << "background:url(:/gui/a.png)"
+                                         << "background:url(:/gui/a.png);";
+    QTest::addRow("empty text") << ""
+                                << "";
+    QTest::addRow("only separators") << ";;;"
+                                     << "";
+    QTest::addRow("utf-8 survives")
+        << QString::fromUtf8("font-family:Früh") << QString::fromUtf8("font-family:Früh;");
+}
+
+void tst_stylesheet::parse_and_write()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, expected);
+    const vn::qt::stylesheet sheet(text);
+    QCOMPARE(QString::fromStdString(sheet.text()), expected);
+    QVERIFY(sheet.selectors().count(std::string()) == 1); // the plain selector always exists
+}
+
+void tst_stylesheet::apply_writes_sorted_sheet()
+{
+    QWidget widget;
+    vn::qt::stylesheet sheet(QStringLiteral("margin:2px;color:rgb(1,2,3)"));
+    sheet.set("margin:4px;");
+    sheet.apply(&widget);
+    QCOMPARE(widget.styleSheet(), QStringLiteral("color:rgb(1,2,3);margin:4px;"));
+}
+
+void tst_stylesheet::merge_data()
+{
+    QTest::addColumn<QString>("sheet");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
+    QTest::addRow("empty text changes nothing") << "color:red"
+                                                << ""
+                                                << "color:red";
+    QTest::addRow("new property appended") << "color:red;"
+                                           << "margin:1px"
+                                           << "color:red;margin:1px;";
+    QTest::addRow("into an empty sheet") << ""
+                                         << "margin:1px;"
+                                         << "margin:1px;";
+    QTest::addRow("replaced in place") << "color:red;margin:0px;border:none;"
+                                       << "margin:3px;"
+                                       << "color:red;margin:3px;border:none;";
+    QTest::addRow("several, in order") << "a:1;b:2;"
+                                       << "b:5;c:6;a:7"
+                                       << "a:7;b:5;c:6;";
+    QTest::addRow("first already there stops everything") << "a:1;b:2;"
+                                                          << "a:1;b:9;c:3;"
+                                                          << "a:1;b:2;";
+    QTest::addRow("later one already there drops earlier changes") << "a:1;b:2;"
+                                                                   << "a:5;b:2;c:3;"
+                                                                   << "a:1;b:2;";
+    QTest::addRow("declaration at the end without semicolon") << "a:1;b:2"
+                                                              << "b:3;"
+                                                              << "a:1;b:3;";
+    QTest::addRow("property inside a longer name") << "top-border:1px;"
+                                                   << "border:2px;"
+                                                   << "top-border:2px;";
+}
+
+void tst_stylesheet::merge()
+{
+    QFETCH(QString, sheet);
+    QFETCH(QString, text);
+    QFETCH(QString, expected);
+    QWidget widget;
+    widget.setStyleSheet(sheet);
+    vn::qt::merge_style_sheet(&widget, text);
+    QCOMPARE(widget.styleSheet(), expected);
+}
+
+void tst_stylesheet::merge_without_colon_is_skipped()
+{
+    QWidget widget;
+    widget.setStyleSheet(QStringLiteral("a:1;"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Skipping \"broken;\""));
+    vn::qt::merge_style_sheet(&widget, QStringLiteral("broken;b:2;"));
+    QCOMPARE(widget.styleSheet(), QStringLiteral("a:1;b:2;"));
+
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No widget"));
+    vn::qt::merge_style_sheet(nullptr, QStringLiteral("a:1"));
+}
+
+void tst_stylesheet::scroll_bars_data()
+{
+    QTest::addColumn<Qt::Orientation>("orientation");
+    QTest::addColumn<QString>("size_rule");
+    QTest::addColumn<QString>("minimum_rule");
+    QTest::addRow("vertical") << Qt::Vertical << "width:11px;"
+                              << "min-height: 20px;";
+    QTest::addRow("horizontal") << Qt::Horizontal << "height:11px;"
+                                << "min-width: 20px;";
+}
+
+void tst_stylesheet::scroll_bars()
+{
+    QFETCH(Qt::Orientation, orientation);
+    QFETCH(QString, size_rule);
+    QFETCH(QString, minimum_rule);
+    QPlainTextEdit area;
+    vn::qt::style_scroll_bars(&area);
+    QScrollBar *bar
+        = orientation == Qt::Vertical ? area.verticalScrollBar() : area.horizontalScrollBar();
+    QScrollBar *other
+        = orientation == Qt::Vertical ? area.horizontalScrollBar() : area.verticalScrollBar();
+    const QString sheet = bar->styleSheet();
+    QCOMPARE(sheet, vn::qt::scroll_bar_style_sheet(orientation));
+    QVERIFY(sheet.contains(size_rule));
+    QVERIFY(sheet.contains(minimum_rule));
+    QCOMPARE(sheet.count(QLatin1Char('\n')), 4); // four rules, one a line
+    QVERIFY(!sheet.contains(orientation == Qt::Vertical ? "horizontal" : "vertical"));
+    // one fusion style, owned by the area, shared by both bars
+    QStyle *style = area.findChild<QStyle *>();
+    QVERIFY(style);
+    QCOMPARE(style->objectName().toLower(), QStringLiteral("fusion"));
+    QVERIFY(bar->styleSheet() != other->styleSheet());
+}
+
+QTEST_MAIN(tst_stylesheet)
+#include "tst_stylesheet.moc"
