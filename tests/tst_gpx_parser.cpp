@@ -3,7 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QCoreApplication>
 #include <QTest>
+#include <QTranslator>
 
 #include <iostream>
 #include <sstream>
@@ -29,6 +31,8 @@ private slots:
 
     void unreadable_data();
     void unreadable();
+
+    void waypoints_name_translated();
 
 private:
     QString write_file(const QString &name, const QByteArray &content);
@@ -240,6 +244,14 @@ void tst_gpx_parser::rules_data()
         << "Unknown node type found: 8 node name is: #comment\n";
     QTest::addRow("text in the root")
         << gpx("stray<trk/>") << "Track 1:" << "Unknown node type found: 3 node name is: #text\n";
+    QTest::addRow("cdata and processing instruction")
+        << gpx("<![CDATA[x]]><?marker data?><trk/>") << "Track 1:"
+        << "Unknown node type found: 4 node name is: #cdata-section\n"
+           "Unknown node type found: 7 node name is: marker\n";
+    QTest::addRow("lines in file order, name after segments")
+        << gpx("<rte/><trk><trkseg/><name>Late</name><name>Second</name></trk><extensions/>")
+        << "Late:"
+        << "Unknown element found: rte\nTrack is named Late\nUnknown element found: extensions\n";
     QTest::addRow("coordinates kept as text")
         << gpx("<trk><trkseg><trkpt lat=\"046.50000\" lon=\"abc\"/>"
                "<trkpt lon=\"1e30\"/><trkpt lat=\"-91\" lon=\"nan\"/></trkseg></trk>")
@@ -320,6 +332,10 @@ void tst_gpx_parser::unreadable_data()
     QTest::addRow("empty file") << QByteArray("");
     QTest::addRow("truncated real file") << truncated;
     QTest::addRow("unclosed element") << gpx("<trk><trkseg>");
+    // what was read before the error neither counts nor prints
+    QTest::addRow("broken after content")
+        << QByteArray("<gpx><trk><name>A</name><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg>"
+                      "</trk><rte/><!-- c --><trk>");
     QTest::addRow("two roots") << QByteArray("<gpx/><gpx/>");
     QTest::addRow("plain text") << QByteArray("lat,lon\n1,2\n");
     QTest::addRow("binary") << binary;
@@ -339,6 +355,33 @@ void tst_gpx_parser::unreadable()
     const gpx_parser parser(file);
     QVERIFY(parser.tracks.isEmpty());
     QCOMPARE(out.text(), QString());
+}
+
+namespace {
+
+// Answers for the parser's context only, as a German catalogue would.
+class test_translator : public QTranslator
+{
+public:
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        if (qstrcmp(context, "gpx_parser") == 0 && qstrcmp(source, "Waypoints") == 0)
+            return QStringLiteral("Wegpunkte");
+        return QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+void tst_gpx_parser::waypoints_name_translated()
+{
+    const QString file = write_file(QStringLiteral("wpt.gpx"), gpx("<wpt lat=\"1\" lon=\"2\"/>"));
+    test_translator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const gpx_parser parser(file);
+    QCoreApplication::removeTranslator(&translator);
+    QCOMPARE(outline(parser.tracks), QStringLiteral("Wegpunkte:1/2"));
 }
 
 QTEST_GUILESS_MAIN(tst_gpx_parser)

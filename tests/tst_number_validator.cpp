@@ -32,7 +32,8 @@ void tst_number_validator::validate_data()
 
     for (const QString &locale : {QStringLiteral("C"), QStringLiteral("de_DE")}) {
         const QByteArray l = locale.toLatin1();
-        QTest::addRow("%s: plain minutes", l.constData()) << locale << "15" << QValidator::Acceptable;
+        QTest::addRow("%s: plain minutes", l.constData())
+            << locale << "15" << QValidator::Acceptable;
         QTest::addRow("%s: zero", l.constData()) << locale << "0" << QValidator::Acceptable;
         QTest::addRow("%s: empty", l.constData()) << locale << "" << QValidator::Intermediate;
         QTest::addRow("%s: negative", l.constData()) << locale << "-5" << QValidator::Invalid;

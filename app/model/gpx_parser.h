@@ -7,7 +7,8 @@
 #include <QString>
 
 QT_BEGIN_NAMESPACE
-class QDomElement;
+class QStringList;
+class QXmlStreamReader;
 QT_END_NAMESPACE
 
 // Reads a GPX file into its tracks in file order, with the waypoints as one
@@ -26,5 +27,5 @@ public:
     QList<gpx_track> tracks;
 
 private:
-    void read_track(const QDomElement &element, int number);
+    static gpx_track read_track(QXmlStreamReader &reader, int number, QStringList &printed);
 };
