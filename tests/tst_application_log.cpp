@@ -93,6 +93,10 @@ void tst_application_log::filtered_text_data()
     QTest::addRow("empty lines dropped") << "ab\n\nab\n" << "a" << "ab\nab\n";
     QTest::addRow("last line gets a line feed") << "x1\nx2" << "x" << "x1\nx2\n";
     QTest::addRow("nothing matches") << "a\nb\n" << "zz" << "";
+    QTest::addRow("two hits on one line, kept once") << "xaxa\nb\n" << "a" << "xaxa\n";
+    QTest::addRow("hit at start and end of text") << "ab\nc\nab" << "ab" << "ab\nab\n";
+    QTest::addRow("line feed in filter matches nothing") << "a\nb\n" << "a\nb" << "";
+    QTest::addRow("filter longer than a line") << "ab\nabc\n" << "abc" << "abc\n";
     QTest::addRow("umlaut case") << QString::fromUtf8("ÄRGER\nok\n") << QString::fromUtf8("ärg")
                                  << QString::fromUtf8("ÄRGER\n");
 }
