@@ -11,6 +11,7 @@
 #include <QGridLayout>
 #include <QIcon>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStandardPaths>
@@ -147,7 +148,7 @@ application_log::log_tab &application_log::tab(const QString &name)
         return it.value();
     log_tab &entry = tabs_[name];
     entry.name = name;
-    entry.view = new QTextEdit(window_);
+    entry.view = new QPlainTextEdit(window_);
     entry.view->setReadOnly(true);
     // A log is never edited: an undo history would only double its memory.
     entry.view->document()->setUndoRedoEnabled(false);
@@ -186,12 +187,12 @@ QString application_log::tab_text(const QString &name) const
     return tabs_.value(name).text;
 }
 
-QTextEdit *application_log::view(const QString &name) const
+QPlainTextEdit *application_log::view(const QString &name) const
 {
     return tabs_.value(name).view;
 }
 
-void application_log::scroll_to_end(QTextEdit *view)
+void application_log::scroll_to_end(QPlainTextEdit *view)
 {
     QScrollBar *bar = view->verticalScrollBar();
     bar->setValue(bar->maximum());
@@ -202,12 +203,11 @@ void application_log::append_to_tab(log_tab &entry, const QString &data)
     entry.text += data;
     const QString filter = filter_edit_->text();
     if (filter.isEmpty()) {
-        // Inserted as plain text at the end, so that the view shows exactly
-        // `text`; append() would read lines with tags as rich text.
+        // Inserted at the very end, so that the view shows exactly `text`;
+        // appendPlainText() would start a new paragraph and add a blank line.
         // The edit block is opened before the cursor moves: a cursor moved
-        // outside one asks the layout for its x position, which lays out the
-        // whole document first. Inside, the document is laid out once, for
-        // the new lines only.
+        // outside one asks the layout for its x position at once. Inside, the
+        // view is told of all new lines in one change.
         QTextCursor cursor(entry.view->document());
         cursor.beginEditBlock();
         cursor.movePosition(QTextCursor::End);
