@@ -5,25 +5,49 @@
 #include <QObject>
 #include <QStringList>
 
+QT_BEGIN_NAMESPACE
+class QThread;
+QT_END_NAMESPACE
+
 namespace vn {
 
 class exif_response;
 class exiftool_worker;
 
+// Creates the worker thread and the worker, and starts ExifTool, unless they
+// exist already. GUI thread only; blocks up to 2 s for the process start.
 void exiftool_worker_init();
 
 // Facade of the one ExifTool process. Static members only. Every call here is
 // for the main thread: the worker is reached by blocking queued invocations.
+// Failures come back as an empty map or false, with a log line.
 class exiftool : public QObject
 {
     Q_OBJECT
 
 public:
+    // Every wait on ExifTool has this limit.
+    static constexpr int time_limit_ms = 60000;
+
     static exif_response *start_task(const QByteArray &data);
     static void shutdown();
 
     static exif_tag_map read_tags(const QString &file, bool with_groups);
     static bool write_tags(const QString &file, const exif_tag_map &tags);
+
+    // Reply bytes to tag map: "-Group:Tag=Value" lines, as read_tags does it.
+    static exif_tag_map parse_tags(const QByteArray &reply);
+    // The reply as text: the bytes up to the first NUL byte, read as UTF-8.
+    static QString reply_text(const QByteArray &reply);
+
+    // Whether the ExifTool conversation is set up (thread and worker exist).
+    static bool is_started();
+
+private:
+    friend void exiftool_worker_init();
+
+    static QThread *thread;
+    static exiftool_worker *worker;
 };
 
 } // namespace vn

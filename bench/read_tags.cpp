@@ -1,0 +1,279 @@
+// Measures what the bridge costs on top of ExifTool itself: 200 photos of
+// about 1.5 MB, each read twice (plain and with groups) through
+// vn::exiftool::read_tags, and the same commands sent straight to an
+// "exiftool -stay_open" process through blocking pipe reads without Qt.
+// Prints both times, their ratio and this process's CPU time per file.
+#include <vn/exiftool.h>
+#include <vn/exiftool_worker.h>
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int file_count = 200;
+constexpr qint64 target_bytes = 1500 * 1000;
+constexpr int rounds = 2;
+
+double cpu_seconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_utime.tv_sec + usage.ru_stime.tv_sec
+           + (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+
+// Noise does not compress, so the JPEG reaches the wanted size.
+QByteArray make_jpeg(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    QRandomGenerator random(42);
+    for (int y = 0; y < height; ++y) {
+        auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < width; ++x)
+            line[x] = random.generate() | 0xff000000u;
+    }
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "JPEG", 80);
+    return bytes;
+}
+
+bool make_photo(const QString &path)
+{
+    int width = 1000;
+    int height = 750;
+    QByteArray bytes = make_jpeg(width, height);
+    const double scale = std::sqrt(double(target_bytes) / double(bytes.size()));
+    width = int(width * scale);
+    height = int(height * scale);
+    bytes = make_jpeg(width, height);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        return false;
+    file.close();
+    // Some EXIF, once, with the real tool.
+    const int code = QProcess::execute(vn::exiftool_worker::program_path(),
+                                       {"-q", "-overwrite_original", "-Make=Loxmere",
+                                        "-Model=Bench", "-DateTimeOriginal=2024:05:01 12:00:00",
+                                        "-GPSLatitude=48.137", "-GPSLatitudeRef=N",
+                                        "-GPSLongitude=11.575", "-GPSLongitudeRef=E",
+                                        "-XMP:Title=bench", path});
+    return code == 0;
+}
+
+// A plain stay-open conversation: fork/exec, one pipe each way, blocking reads.
+class raw_exiftool
+{
+public:
+    bool start(const std::string &program, const std::vector<std::string> &args)
+    {
+        int in[2];
+        int out[2];
+        if (pipe(in) != 0 || pipe(out) != 0)
+            return false;
+        pid_ = fork();
+        if (pid_ < 0)
+            return false;
+        if (pid_ == 0) {
+            dup2(in[0], 0);
+            dup2(out[1], 1);
+            const int null_fd = open("/dev/null", O_WRONLY);
+            dup2(null_fd, 2);
+            close(in[0]);
+            close(in[1]);
+            close(out[0]);
+            close(out[1]);
+            std::vector<char *> argv;
+            argv.push_back(const_cast<char *>(program.c_str()));
+            for (const std::string &arg : args)
+                argv.push_back(const_cast<char *>(arg.c_str()));
+            argv.push_back(nullptr);
+            execv(program.c_str(), argv.data());
+            _exit(127);
+        }
+        close(in[0]);
+        close(out[1]);
+        to_ = in[1];
+        from_ = out[0];
+        return true;
+    }
+
+    // Sends one command and reads until its marker closes the reply.
+    bool run(const std::string &command, int id, std::string *reply)
+    {
+        const std::string text = command + "\n-execute" + std::to_string(id) + "\n";
+        if (!write_all(text))
+            return false;
+        const std::string marker = "{ready" + std::to_string(id) + "}\n";
+        std::string got;
+        char chunk[2048];
+        for (;;) {
+            const ssize_t n = read(from_, chunk, sizeof chunk);
+            if (n < 0 && errno == EINTR)
+                continue;
+            if (n <= 0)
+                return false;
+            got.append(chunk, size_t(n));
+            const size_t at = got.find(marker);
+            if (at != std::string::npos) {
+                *reply = got.substr(0, at);
+                return true;
+            }
+        }
+    }
+
+    void stop()
+    {
+        write_all("-stay_open\n0\n");
+        close(to_);
+        close(from_);
+        int status = 0;
+        waitpid(pid_, &status, 0);
+    }
+
+private:
+    bool write_all(const std::string &text)
+    {
+        size_t done = 0;
+        while (done < text.size()) {
+            const ssize_t n = ::write(to_, text.data() + done, text.size() - done);
+            if (n < 0 && errno == EINTR)
+                continue;
+            if (n <= 0)
+                return false;
+            done += size_t(n);
+        }
+        return true;
+    }
+
+    pid_t pid_ = -1;
+    int to_ = -1;
+    int from_ = -1;
+};
+
+struct figures
+{
+    double wall = 0;
+    double cpu = 0;
+    int failures = 0;
+};
+
+figures read_with_bridge(const QStringList &files)
+{
+    figures result;
+    QElapsedTimer clock;
+    const double cpu_start = cpu_seconds();
+    clock.start();
+    for (const QString &file : files) {
+        if (vn::exiftool::read_tags(file, false).value("Make") != QLatin1String("Loxmere"))
+            ++result.failures;
+        if (vn::exiftool::read_tags(file, true).value("IFD0:Make") != QLatin1String("Loxmere"))
+            ++result.failures;
+    }
+    result.wall = clock.nsecsElapsed() / 1e9;
+    result.cpu = cpu_seconds() - cpu_start;
+    return result;
+}
+
+figures read_with_pipes(raw_exiftool &tool, const QStringList &files, int *next_id)
+{
+    figures result;
+    QElapsedTimer clock;
+    const double cpu_start = cpu_seconds();
+    clock.start();
+    std::string reply;
+    for (const QString &file : files) {
+        const std::string name = file.toStdString();
+        if (!tool.run(name + "\n", (*next_id)++, &reply)
+            || reply.find("-Make=Loxmere") == std::string::npos)
+            ++result.failures;
+        if (!tool.run("-G1\n-a\n" + name + "\n", (*next_id)++, &reply)
+            || reply.find("-IFD0:Make=Loxmere") == std::string::npos)
+            ++result.failures;
+    }
+    result.wall = clock.nsecsElapsed() / 1e9;
+    result.cpu = cpu_seconds() - cpu_start;
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    QTemporaryDir dir;
+    if (!dir.isValid())
+        return 1;
+    const QString first = dir.filePath("photo_000.jpg");
+    if (!make_photo(first)) {
+        std::fprintf(stderr, "could not make the photo with %s\n",
+                     qUtf8Printable(vn::exiftool_worker::program_path()));
+        return 1;
+    }
+    QStringList files{first};
+    for (int i = 1; i < file_count; ++i) {
+        files << dir.filePath(QString::asprintf("photo_%03d.jpg", i));
+        if (!QFile::copy(first, files.last()))
+            return 1;
+    }
+    std::printf("%d files of %lld bytes\n", file_count, QFile(first).size());
+
+    raw_exiftool tool;
+    std::vector<std::string> args;
+    for (const QString &arg : vn::exiftool_worker::arguments())
+        args.push_back(arg.toStdString());
+    if (!tool.start(vn::exiftool_worker::program_path().toStdString(), args))
+        return 1;
+    int raw_id = 0;
+
+    // Warm both processes and the file cache before measuring.
+    read_with_bridge(files.mid(0, 5));
+    read_with_pipes(tool, files.mid(0, 5), &raw_id);
+
+    figures bridge;
+    figures pipes;
+    for (int round = 0; round < rounds; ++round) {
+        const figures b = read_with_bridge(files);
+        const figures p = read_with_pipes(tool, files, &raw_id);
+        bridge.wall += b.wall;
+        bridge.cpu += b.cpu;
+        bridge.failures += b.failures;
+        pipes.wall += p.wall;
+        pipes.cpu += p.cpu;
+        pipes.failures += p.failures;
+    }
+    tool.stop();
+    vn::exiftool::shutdown();
+
+    const int reads = rounds * file_count;
+    std::printf("rounds: %d, files read per path: %d (two reads each)\n", rounds, reads);
+    std::printf("read_tags:    %.3f s  (%.2f ms per file), failures: %d\n", bridge.wall,
+                1000 * bridge.wall / reads, bridge.failures);
+    std::printf("plain pipes:  %.3f s  (%.2f ms per file), failures: %d\n", pipes.wall,
+                1000 * pipes.wall / reads, pipes.failures);
+    std::printf("ratio read_tags / pipes: %.3f (target <= 1.05)\n", bridge.wall / pipes.wall);
+    std::printf("our CPU per file: %.3f ms = %.1f %% of the wall time per file (target <= 10 %%)\n",
+                1000 * bridge.cpu / reads, 100 * bridge.cpu / bridge.wall);
+    std::printf("pipes CPU per file: %.3f ms\n", 1000 * pipes.cpu / reads);
+    return bridge.failures + pipes.failures == 0 ? 0 : 2;
+}

@@ -1,0 +1,206 @@
+#include <vn/exiftool.h>
+
+#include <vn/exif_response.h>
+#include <vn/exiftool_worker.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QMetaObject>
+#include <QThread>
+
+#include <atomic>
+
+namespace vn {
+
+QThread *exiftool::thread = nullptr;
+exiftool_worker *exiftool::worker = nullptr;
+
+namespace {
+std::atomic<qint32> next_task_id{0};
+constexpr unsigned long thread_stop_limit_ms = 10000;
+const char write_failure_text[] = "files weren't updated due to errors";
+
+// A line feed, carriage return or NUL would let the text reach ExifTool as
+// more than one argument line.
+bool breaks_argument_line(const QString &text)
+{
+    return text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r'))
+           || text.contains(QChar(0));
+}
+
+// Refuses what could be read as an option (a relative name such as
+// "-delete_original!"), a folder (ExifTool would work on every file in it) and
+// anything that would split the argument line.
+bool is_safe_file(const char *caller, const QString &file)
+{
+    if (breaks_argument_line(file)) {
+        qWarning("%s: Refusing file name with a line break or NUL: '%s'.", caller,
+                 qUtf8Printable(QString(file).replace(QChar(0), QLatin1Char(' '))));
+        return false;
+    }
+    const QFileInfo info(file);
+    if (file.isEmpty() || !info.isAbsolute()) {
+        qWarning("%s: Refusing path that isn't absolute: '%s'.", caller, qUtf8Printable(file));
+        return false;
+    }
+    if (!info.isFile()) {
+        qWarning("%s: Refusing path that isn't an existing file: '%s'.", caller,
+                 qUtf8Printable(file));
+        return false;
+    }
+    return true;
+}
+} // namespace
+
+// GUI thread only: the blocking invocation of start would deadlock on the
+// worker's own thread.
+void exiftool_worker_init()
+{
+    if (exiftool::worker)
+        return;
+    qRegisterMetaType<vn::exif_response *>("exif_response*");
+    qRegisterMetaType<vn::exif_error>("vn::exif_error");
+
+    exiftool::thread = new QThread;
+    exiftool::thread->setObjectName(QStringLiteral("Exiftol IO Worker"));
+    exiftool::thread->start(QThread::InheritPriority);
+
+    exiftool::worker = new exiftool_worker; // no parent: only parentless objects can move
+    exiftool::worker->moveToThread(exiftool::thread); // its QProcess child moves with it
+
+    Q_ASSERT(QThread::currentThread() != exiftool::thread); // would deadlock
+    bool ok = false;
+    if (!QMetaObject::invokeMethod(exiftool::worker, "start", Qt::BlockingQueuedConnection,
+                                   Q_RETURN_ARG(bool, ok)))
+        qWarning("Failed to call start method on exiftool worker");
+    qInfo("%s: Worker started: %s", Q_FUNC_INFO, ok ? "Ok" : "Failed");
+
+    if (QCoreApplication *app = QCoreApplication::instance())
+        QObject::connect(
+            app, &QCoreApplication::aboutToQuit, exiftool::thread,
+            [] {
+                if (exiftool::thread)
+                    exiftool::shutdown();
+            },
+            Qt::DirectConnection);
+}
+
+// Blocks until the worker thread has queued the task (and, if nothing was
+// out, written it). GUI thread only. Never null: a task that didn't reach the
+// worker leaves a response that runs into its wait's limit.
+exif_response *exiftool::start_task(const QByteArray &data)
+{
+    Q_ASSERT(worker && QThread::currentThread() != thread);
+    auto *response = new exif_response(next_task_id.fetch_add(1, std::memory_order_relaxed),
+                                       thread);
+    if (!worker
+        || !QMetaObject::invokeMethod(worker, "add_task", Qt::BlockingQueuedConnection,
+                                      Q_ARG(exif_response *, response), Q_ARG(QByteArray, data)))
+        qWarning("%s: Failed to invoke add_task method in exiftool worker.", Q_FUNC_INFO);
+    return response;
+}
+
+// Blocks for as long as the worker needs to stop ExifTool (about 5 s at most)
+// and its thread to end (10 s at most). GUI thread only.
+void exiftool::shutdown()
+{
+    if (!worker)
+        return;
+    bool ok = false;
+    if (!QMetaObject::invokeMethod(worker, "shutdown", Qt::BlockingQueuedConnection,
+                                   Q_RETURN_ARG(bool, ok)))
+        qWarning("Failed to call shutdown method on exiftool worker");
+    qInfo("%s: Worker shutdown: %s", Q_FUNC_INFO, ok ? "Ok" : "Failed");
+    worker->deleteLater(); // carried out on the worker's thread as it ends
+    worker = nullptr;
+    thread->quit();
+    thread->wait(thread_stop_limit_ms);
+    thread->deleteLater(); // takes the responses nobody released with it
+    thread = nullptr;
+}
+
+bool exiftool::is_started()
+{
+    return worker != nullptr;
+}
+
+QString exiftool::reply_text(const QByteArray &reply)
+{
+    if (reply.isNull())
+        return QString();
+    const int nul = reply.indexOf('\0');
+    return QString::fromUtf8(nul < 0 ? reply : reply.left(nul));
+}
+
+// "-Comment=a=b" gives Comment = "a": only the text between the first and the
+// second "=" is the value. "Title=x" gives "itle": the first character goes
+// whether it is a dash or not. Lines without "=" (continuations) are skipped.
+exif_tag_map exiftool::parse_tags(const QByteArray &reply)
+{
+    exif_tag_map tags;
+    const QStringList lines = reply_text(reply).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (const QString &line : lines) {
+        const QStringList parts = line.split(QLatin1Char('='), Qt::KeepEmptyParts);
+        if (parts.size() < 2)
+            continue;
+        tags.insert(parts.at(0).mid(1).trimmed(), parts.at(1).trimmed());
+    }
+    return tags;
+}
+
+// Blocks with events running (no user input) for up to 60 s. GUI thread only.
+exif_tag_map exiftool::read_tags(const QString &file, bool with_groups)
+{
+    if (!is_safe_file(Q_FUNC_INFO, file))
+        return exif_tag_map();
+    exiftool_worker_init();
+
+    QString command;
+    if (with_groups)
+        // ExifTool prints each tag name once unless asked for duplicates, and
+        // the same tag lives in several groups.
+        command += QStringLiteral("-G1\n-a\n");
+    command += file + QLatin1Char('\n');
+
+    exif_response *response = start_task(command.toUtf8());
+    exif_tag_map tags;
+    if (response->wait(time_limit_ms))
+        tags = parse_tags(response->data());
+    response->release();
+    return tags;
+}
+
+// Blocks with events running (no user input) for up to 60 s. GUI thread only.
+// The command for a.jpg with GPSLatitude# = 1.5 and GPSLatitudeRef = N reads
+// "\na.jpg\n-overwrite_original_in_place\n-m\n-GPSLatitude#=1.5\n-GPSLatitudeRef=N\n".
+bool exiftool::write_tags(const QString &file, const exif_tag_map &tags)
+{
+    if (!is_safe_file(Q_FUNC_INFO, file))
+        return false;
+    for (auto it = tags.cbegin(); it != tags.cend(); ++it) {
+        if (breaks_argument_line(it.key()) || breaks_argument_line(it.value())) {
+            qWarning("%s: Refusing tag or value with a line break or NUL for '%s': '%s'.",
+                     Q_FUNC_INFO, qUtf8Printable(file), qUtf8Printable(it.key()));
+            return false;
+        }
+    }
+    exiftool_worker_init();
+
+    QString command = QStringLiteral("\n%1\n-overwrite_original_in_place\n-m\n").arg(file);
+    for (auto it = tags.cbegin(); it != tags.cend(); ++it)
+        command += QStringLiteral("-%1=%2\n").arg(it.key(), it.value());
+
+    exif_response *response = start_task(command.toUtf8());
+    const bool replied = response->wait(time_limit_ms);
+    const QString text = replied ? reply_text(response->data()) : QString();
+    response->release();
+    if (!replied)
+        return false;
+    if (!text.contains(QLatin1String(write_failure_text), Qt::CaseSensitive))
+        return true;
+    qWarning("%s: Failed to execute command on '%s': '%s'.", Q_FUNC_INFO, qUtf8Printable(file),
+             qUtf8Printable(text));
+    return false;
+}
+
+} // namespace vn
