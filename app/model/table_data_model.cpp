@@ -25,6 +25,23 @@ const QString indicator_none = QStringLiteral("?");
 
 const int max_zone_seconds = 14 * 3600;
 
+// Keys of exif_cache values, made once: a key built per lookup would cost an
+// allocation for each of the ten lookups per photo and rebuild.
+const QString key_year = QStringLiteral("rec_year");
+const QString key_month = QStringLiteral("rec_month");
+const QString key_day = QStringLiteral("rec_day");
+const QString key_hour = QStringLiteral("rec_hour");
+const QString key_minute = QStringLiteral("rec_minute");
+const QString key_second = QStringLiteral("rec_second");
+const QString key_zone = QStringLiteral("iptc_timezone");
+const QString key_has_position = QStringLiteral("has_gps_position");
+const QString key_lat = QStringLiteral("gps_lat");
+const QString key_lat_ref = QStringLiteral("gps_lat_ref");
+const QString key_lon = QStringLiteral("gps_lon");
+const QString key_lon_ref = QStringLiteral("gps_lon_ref");
+const QString key_numerical = QStringLiteral("gps_numerical");
+const QString key_quicktime = QStringLiteral("has_quicktime_gps");
+
 // An IPTC zone as ExifTool prints it, sign included: "+02:00" == 7200,
 // "-05:00" == -18000, "+05:30" == 19800. Hours and minutes are both honoured,
 // so half-hour zones keep their half hour; "+0530" and "+05" read the same way.
@@ -228,7 +245,17 @@ void table_data_model::sort(int column, Qt::SortOrder order)
 
 void table_data_model::add_file(const QString &file)
 {
-    if (files_.contains(file))
+    insert_file(file, true);
+}
+
+void table_data_model::add_cached_file(const QString &file)
+{
+    insert_file(file, false);
+}
+
+void table_data_model::insert_file(const QString &file, bool read_metadata)
+{
+    if (file_set_.contains(file))
         return;
     if (file.contains(QLatin1Char('\n')) || file.contains(QLatin1Char('\r'))
         || file.contains(QChar(0))) {
@@ -246,7 +273,9 @@ void table_data_model::add_file(const QString &file)
     const int row = files_.size();
     beginInsertRows(QModelIndex(), row, row);
     files_.append(file);
-    exif_cache::instance()->read_file(file);
+    file_set_.insert(file);
+    if (read_metadata)
+        exif_cache::instance()->read_file(file);
     endInsertRows();
 }
 
@@ -260,6 +289,7 @@ void table_data_model::clear()
 {
     beginResetModel();
     files_.clear();
+    file_set_.clear();
     endResetModel();
     cache_.clear();
     emit cache_rebuilt(0, 0, 0);
@@ -315,12 +345,12 @@ QDateTime table_data_model::recording_datetime(const QString &file) const
 
 QDateTime table_data_model::recording_datetime(const exif_tag_map &values)
 {
-    const auto number = [&values](const char *key) {
-        return values.value(QLatin1String(key)).toInt(nullptr, 10);
+    const auto number = [&values](const QString &key) {
+        return values.value(key).toInt(nullptr, 10);
     };
-    const QDate date(number("rec_year"), number("rec_month"), number("rec_day"));
-    const QTime time(number("rec_hour"), number("rec_minute"), number("rec_second"), 0);
-    const QString zone = values.value(QStringLiteral("iptc_timezone"));
+    const QDate date(number(key_year), number(key_month), number(key_day));
+    const QTime time(number(key_hour), number(key_minute), number(key_second), 0);
+    const QString zone = values.value(key_zone);
     if (zone.isEmpty())
         return QDateTime(date, time, Qt::LocalTime);
     return QDateTime(date, time, Qt::OffsetFromUTC, iptc_offset_seconds(zone));
@@ -371,18 +401,18 @@ void table_data_model::rebuild_cache()
         entry.file = files_.at(i);
         const exif_tag_map file_values = values.value(entry.file);
         entry.date = recording_datetime(file_values);
-        if (file_values.value(QStringLiteral("has_gps_position")) == true_text) {
+        if (file_values.value(key_has_position) == true_text) {
             entry.indicator = arrow_left;
-            entry.position.lat = file_values.value(QStringLiteral("gps_lat"));
-            entry.position.lat_ref = file_values.value(QStringLiteral("gps_lat_ref"));
-            entry.position.lon = file_values.value(QStringLiteral("gps_lon"));
-            entry.position.lon_ref = file_values.value(QStringLiteral("gps_lon_ref"));
+            entry.position.lat = file_values.value(key_lat);
+            entry.position.lat_ref = file_values.value(key_lat_ref);
+            entry.position.lon = file_values.value(key_lon);
+            entry.position.lon_ref = file_values.value(key_lon_ref);
             entry.position.lat_numerical = entry.position.lat;
             entry.position.lon_numerical = entry.position.lon;
-            entry.source_text = file_values.value(QStringLiteral("gps_numerical"));
+            entry.source_text = file_values.value(key_numerical);
             entry.is_source = true;
         }
-        if (file_values.value(QStringLiteral("has_quicktime_gps")) == true_text)
+        if (file_values.value(key_quicktime) == true_text)
             has_quicktime_gps_ = true;
         photo_slots.push_back({date_key(entry.date), &entry});
     }
