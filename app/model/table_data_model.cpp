@@ -81,8 +81,8 @@ int iptc_offset_seconds(const QString &zone)
 // A date reduced to what QDateTime::operator< looks at (Qt 5.15, observed):
 // every invalid value sorts before every valid one, invalid values are equal
 // among themselves, and valid ones compare as instants. Comparing these is
-// far cheaper than comparing QDateTime values of local time, which convert
-// to UTC on every comparison.
+// far cheaper than comparing QDateTime values of local time, which go through
+// the C library's time zone code whenever their daylight-saving states differ.
 struct date_key
 {
     bool valid = false;
@@ -116,6 +116,16 @@ qint64 abs_secs_between(const date_key &a, const date_key &b)
 bool within_limit(qint64 secs, bool limited, int minutes)
 {
     return !limited || !(qint64(minutes) * 60 < secs);
+}
+
+// The last character of format_gps_coordinate(value, is_latitude): "N"/"E"
+// above 0, else "S"/"W" (0 and NaN included). Formatting the whole text for
+// each of 100,000 track points only to keep its last letter took a second.
+QString reference_letter(float value, bool is_latitude)
+{
+    if (value > 0)
+        return is_latitude ? QStringLiteral("N") : QStringLiteral("E");
+    return is_latitude ? QStringLiteral("S") : QStringLiteral("W");
 }
 
 struct rebuild_slot
@@ -314,10 +324,9 @@ void table_data_model::set_gpx_track(const gpx_track &track)
         entry.position.lon = point.lon;
         entry.position.lon_numerical = point.lon;
         // toFloat gives 0 for text that is no number and ±inf or NaN for
-        // "inf" and "nan"; format_gps_coordinate prints all of them. Done once
-        // per track, as formatting every point would dominate a rebuild.
-        entry.position.lat_ref = format_gps_coordinate(point.lat.toFloat(), true).right(1);
-        entry.position.lon_ref = format_gps_coordinate(point.lon.toFloat(), false).right(1);
+        // "inf" and "nan"; the letter is defined for all of them.
+        entry.position.lat_ref = reference_letter(point.lat.toFloat(), true);
+        entry.position.lon_ref = reference_letter(point.lon.toFloat(), false);
         entry.date = point.time;
         entry.is_source = true;
         entry.from_gpx = true;
@@ -332,7 +341,7 @@ void table_data_model::set_gpx_track(const gpx_track &track)
     track_valid_.clear();
     track_valid_.reserve(n);
     for (const rebuild_slot &slot : order) {
-        track_entries_.append(*slot.entry);
+        track_entries_.append(std::move(*slot.entry));
         track_msecs_.append(slot.key.msecs);
         track_valid_.append(slot.key.valid);
     }
