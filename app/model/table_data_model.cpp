@@ -354,11 +354,25 @@ QDateTime table_data_model::recording_datetime(const QString &file) const
 
 QDateTime table_data_model::recording_datetime(const exif_tag_map &values)
 {
-    const auto number = [&values](const QString &key) {
-        return values.value(key).toInt(nullptr, 10);
-    };
-    const QDate date(number(key_year), number(key_month), number(key_day));
-    const QTime time(number(key_hour), number(key_minute), number(key_second), 0);
+    // The six keys stand side by side in the ordered map, from "rec_day" to
+    // "rec_year": one search and a short walk cost far fewer cache misses
+    // than six searches, which is most of the time of a sort.
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    for (auto it = values.lowerBound(key_day); it != values.constEnd() && !(key_year < it.key());
+         ++it) {
+        const QString &key = it.key();
+        int *field = key == key_day      ? &day
+                     : key == key_hour   ? &hour
+                     : key == key_minute ? &minute
+                     : key == key_month  ? &month
+                     : key == key_second ? &second
+                     : key == key_year   ? &year
+                                         : nullptr;
+        if (field)
+            *field = it.value().toInt(nullptr, 10);
+    }
+    const QDate date(year, month, day);
+    const QTime time(hour, minute, second, 0);
     const QString zone = values.value(key_zone);
     if (zone.isEmpty())
         return QDateTime(date, time, Qt::LocalTime);
