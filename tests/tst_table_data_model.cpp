@@ -12,7 +12,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <iostream>
 #include <memory>
+#include <sstream>
 
 // Runs with TZ=Europe/Berlin: local dates are +01:00 in winter, +02:00 in summer.
 class tst_table_data_model : public QObject
@@ -263,7 +265,16 @@ void tst_table_data_model::assignment()
     model_->gps_max_time_difference(minutes_closest, minutes_gpx);
     model_->sort(1, Qt::SortOrder(order));
     QSignalSpy rebuilt(model_.get(), &table_data_model::cache_rebuilt);
+    std::ostringstream out;
+    std::ostringstream err;
+    std::streambuf *const old_out = std::cout.rdbuf(out.rdbuf());
+    std::streambuf *const old_err = std::cerr.rdbuf(err.rdbuf());
     model_->gps_sync_order_changed(mode);
+    std::cout.rdbuf(old_out);
+    std::cerr.rdbuf(old_err);
+    QCOMPARE(QString::fromStdString(out.str()), QString("Sync order changed to %1\n").arg(mode));
+    QCOMPARE(QString::fromStdString(err.str()),
+             mode >= 0 && mode <= 4 ? QString() : QString("Unknown sync_order %1\n").arg(mode));
     QCOMPARE(rebuilt.count(), 1);
     QCOMPARE(rebuilt.at(0), QVariantList({counters.at(0), counters.at(1), counters.at(2)}));
     QCOMPARE(model_->all_assigned(), counters.at(1) == 0);
