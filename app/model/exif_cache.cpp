@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QStringList>
 
+#include <initializer_list>
 #include <iostream>
 
 namespace {
@@ -64,6 +65,8 @@ void print_line(const QString &line)
 // (many Linux file systems) the time its metadata last changed.
 QDateTime file_time(const QString &file)
 {
+    if (file.contains(QChar(0)))
+        return QDateTime(); // no file system has such a name
     const QFileInfo info(file);
     QDateTime time = info.birthTime();
     if (!time.isValid())
@@ -212,7 +215,8 @@ void derive_camera(const exif_tag_map &plain, exif_tag_map &derived)
 
     copy(QStringLiteral("Rating"), key_rating);
     if (copy(QStringLiteral("ShutterSpeed"), key_shutter_speed_fractional)) {
-        const QStringList parts = plain.value(QStringLiteral("ShutterSpeed")).split(QLatin1Char('/'));
+        const QStringList parts =
+            plain.value(QStringLiteral("ShutterSpeed")).split(QLatin1Char('/'));
         // A zero denominator leaves the quotient empty rather than infinite.
         const int denominator = parts.size() > 1 ? parts.at(1).toInt() : 0;
         if (denominator != 0) {
@@ -241,7 +245,8 @@ bool read_position_half(const QString &half, const QString &positive_letter, QSt
         seconds.remove(0, 1);
     if (seconds.endsWith(QLatin1Char('"')))
         seconds.chop(1);
-    double value = tokens.at(0).toDouble() + minutes.toDouble() / 60.0 + seconds.toDouble() / 3600.0;
+    double value =
+        tokens.at(0).toDouble() + minutes.toDouble() / 60.0 + seconds.toDouble() / 3600.0;
     if (tokens.at(4) != positive_letter)
         value = -value;
     *number = QString::number(value, 'f', 6).replace(QLatin1Char(','), QLatin1Char('.'));
@@ -296,8 +301,8 @@ bool is_iptc_key(const QString &key, QLatin1String tag)
 
 // The group of a "Group:Tag" key is one of `groups`, or, with `prefix_group`,
 // starts with it and a dash ("XMP-exif").
-bool key_in_groups(const QString &key, QLatin1String tag, std::initializer_list<const char *> groups,
-                   const char *prefix_group)
+bool key_in_groups(const QString &key, QLatin1String tag,
+                   std::initializer_list<const char *> groups, const char *prefix_group)
 {
     if (!key.endsWith(tag))
         return false;

@@ -1,0 +1,388 @@
+#include "model/gpx_parser.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QCoreApplication>
+#include <QTest>
+#include <QTranslator>
+
+#include <iostream>
+#include <sstream>
+
+class tst_gpx_parser : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void corpus_file_data();
+    void corpus_file();
+
+    void corpus_times_data();
+    void corpus_times();
+
+    void rules_data();
+    void rules();
+
+    void point_times_data();
+    void point_times();
+
+    void unreadable_data();
+    void unreadable();
+
+    void waypoints_name_translated();
+
+private:
+    QString write_file(const QString &name, const QByteArray &content);
+
+    QTemporaryDir dir_;
+};
+
+namespace {
+
+class cout_capture
+{
+public:
+    cout_capture() : old_(std::cout.rdbuf(buffer_.rdbuf())) {}
+    ~cout_capture() { std::cout.rdbuf(old_); }
+    QString text() const { return QString::fromStdString(buffer_.str()); }
+
+private:
+    std::ostringstream buffer_;
+    std::streambuf *old_;
+};
+
+QString corpus(const QString &name)
+{
+    return QStringLiteral(VN_CORPUS_DIR "/gpx/") + name;
+}
+
+QByteArray gpx(const QByteArray &body)
+{
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<gpx version=\"1.1\" creator=\"test\" xmlns=\"http://www.topografix.com/GPX/1/1\">\n"
+           + body + "\n</gpx>\n";
+}
+
+// "name:lat,lat,...;name:..." with each point's lat text: names, order and
+// segment joins in one string.
+QString outline(const QList<gpx_track> &tracks)
+{
+    QStringList parts;
+    for (const gpx_track &track : tracks) {
+        QStringList lats;
+        for (const gpx_point &point : track.points)
+            lats << point.lat + QLatin1Char('/') + point.lon;
+        parts << track.name + QLatin1Char(':') + lats.join(QLatin1Char(','));
+    }
+    return parts.join(QLatin1Char(';'));
+}
+
+} // namespace
+
+void tst_gpx_parser::initTestCase()
+{
+    QVERIFY(dir_.isValid());
+    QVERIFY(QFileInfo::exists(corpus(QStringLiteral("dg100.gpx"))));
+}
+
+QString tst_gpx_parser::write_file(const QString &name, const QByteArray &content)
+{
+    const QString path = dir_.filePath(name);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        return QString();
+    return path;
+}
+
+void tst_gpx_parser::corpus_file_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("track_count");   // trk elements, plus one for any waypoints
+    QTest::addColumn<int>("track_points");  // all trkpt, segments joined
+    QTest::addColumn<int>("untimed_points"); // trkpt without a time
+    QTest::addColumn<int>("waypoints");
+    QTest::addColumn<QString>("printed_line"); // one line the file must print, or empty
+
+    QTest::addRow("single track") << "around-visnjan-with-car.gpx" << 1 << 104 << 0 << 0 << "";
+    QTest::addRow("named tracks and waypoints")
+        << "cerknicko-jezero.gpx" << 9 << 296 << 0 << 7 << "Track is named ACTIVE LOG #2";
+    QTest::addRow("many segments") << "tracks.gpx" << 3 << 1549 << 0 << 0 << "";
+    QTest::addRow("waypoints only") << "waypoints.gpx" << 1 << 0 << 0 << 18 << "";
+    QTest::addRow("route only") << "route.gpx" << 0 << 0 << 0 << 0 << "Unknown element found: rte";
+    QTest::addRow("mixed") << "gdal.gpx" << 4 << 4 << 4 << 2 << "Unknown element found: rte";
+    QTest::addRow("offsets") << "track-with-less-sec-time.gpx" << 1 << 2 << 0 << 0 << "";
+    QTest::addRow("untimed points") << "korita-zbevnica.gpx" << 5 << 871 << 358 << 2 << "";
+    QTest::addRow("extensions") << "garmin_with_extensions.gpx" << 1 << 3540 << 0 << 0 << "";
+    QTest::addRow("large") << "dg100.gpx" << 1 << 12027 << 0 << 0 << "";
+    QTest::addRow("seven fraction digits") << "Mojstrovka.gpx" << 1 << 184 << 0 << 0 << "";
+    QTest::addRow("local times") << "fitwrite-track.gpx" << 2 << 64 << 12 << 12 << "";
+    QTest::addRow("latin-1 declaration") << "iso8859-1encoded.gpx" << 1 << 0 << 0 << 8 << "";
+    QTest::addRow("byte order mark") << "unicode_with_bom.gpx" << 1 << 0 << 0 << 1 << "";
+    QTest::addRow("comments in a segment") << "gpx-with-node-with-comments.gpx" << 1 << 1 << 0
+                                           << 0 << "";
+}
+
+void tst_gpx_parser::corpus_file()
+{
+    QFETCH(QString, file);
+    QFETCH(int, track_count);
+    QFETCH(int, track_points);
+    QFETCH(int, untimed_points);
+    QFETCH(int, waypoints);
+    QFETCH(QString, printed_line);
+
+    cout_capture out;
+    const gpx_parser parser(corpus(file));
+    QCOMPARE(parser.tracks.size(), track_count);
+
+    const int real_tracks = track_count - (waypoints > 0 ? 1 : 0);
+    int points = 0;
+    int untimed = 0;
+    for (int i = 0; i < real_tracks; ++i) {
+        for (const gpx_point &point : parser.tracks.at(i).points) {
+            ++points;
+            if (!point.time.isValid())
+                ++untimed;
+            QVERIFY(!point.lat.isEmpty());
+            QVERIFY(!point.lon.isEmpty());
+        }
+    }
+    QCOMPARE(points, track_points);
+    QCOMPARE(untimed, untimed_points);
+    if (waypoints > 0) {
+        QCOMPARE(parser.tracks.last().name, QStringLiteral("Waypoints"));
+        QCOMPARE(parser.tracks.last().points.size(), waypoints);
+    }
+    if (!printed_line.isEmpty())
+        QVERIFY2(out.text().split(QLatin1Char('\n')).contains(printed_line),
+                 qPrintable(out.text()));
+}
+
+void tst_gpx_parser::corpus_times_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QDateTime>("first");
+    QTest::addColumn<QDateTime>("last");
+
+    QTest::addRow("Z") << "around-visnjan-with-car.gpx"
+                       << QDateTime(QDate(2020, 12, 18), QTime(6, 15, 50), Qt::UTC)
+                       << QDateTime(QDate(2020, 12, 18), QTime(6, 24, 24), Qt::UTC);
+    QTest::addRow("offset with milliseconds")
+        << "track-with-less-sec-time.gpx"
+        << QDateTime(QDate(2015, 12, 11), QTime(15, 43, 13), Qt::OffsetFromUTC, 3600)
+        << QDateTime(QDate(2015, 12, 11), QTime(15, 43, 13, 994), Qt::OffsetFromUTC, 3600);
+    QTest::addRow("1901, seven fraction digits")
+        << "Mojstrovka.gpx" << QDateTime(QDate(1901, 12, 13), QTime(20, 45, 52, 207), Qt::UTC)
+        << QDateTime(QDate(1901, 12, 13), QTime(20, 45, 52, 207), Qt::UTC);
+    QTest::addRow("no zone is local time")
+        << "fitwrite-track.gpx"
+        << QDateTime(QDate(2002, 5, 25), QTime(17, 6, 21, 250), Qt::LocalTime)
+        << QDateTime(QDate(2002, 5, 25), QTime(18, 52, 56, 980), Qt::LocalTime);
+    QTest::addRow("three months") << "dg100.gpx"
+                                  << QDateTime(QDate(2020, 2, 14), QTime(18, 4, 30), Qt::UTC)
+                                  << QDateTime(QDate(2020, 5, 8), QTime(15, 34, 22), Qt::UTC);
+}
+
+void tst_gpx_parser::corpus_times()
+{
+    QFETCH(QString, file);
+    QFETCH(QDateTime, first);
+    QFETCH(QDateTime, last);
+
+    cout_capture out;
+    const gpx_parser parser(corpus(file));
+    QVERIFY(!parser.tracks.isEmpty());
+    QList<QDateTime> times;
+    for (const gpx_track &track : parser.tracks) {
+        if (track.name == QLatin1String("Waypoints"))
+            continue;
+        for (const gpx_point &point : track.points) {
+            if (point.time.isValid())
+                times << point.time;
+        }
+    }
+    QVERIFY(!times.isEmpty());
+    // Same instant and the same kind of zone as the text said.
+    QCOMPARE(times.first(), first);
+    QCOMPARE(times.first().timeSpec(), first.timeSpec());
+    QCOMPARE(times.last(), last);
+    QCOMPARE(times.last().offsetFromUtc(), last.offsetFromUtc());
+}
+
+void tst_gpx_parser::rules_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("expected"); // outline of the tracks
+    QTest::addColumn<QString>("printed");
+
+    QTest::addRow("waypoints come last")
+        << gpx("<wpt lat=\"1\" lon=\"2\"/>"
+               "<trk><trkseg><trkpt lat=\"3\" lon=\"4\"/></trkseg></trk>"
+               "<wpt lat=\"5\" lon=\"6\"><time>2020-01-01T00:00:00Z</time></wpt>")
+        << "Track 1:3/4;Waypoints:1/2,5/6" << "";
+    QTest::addRow("numbering counts named tracks")
+        << gpx("<trk/><trk><name>Ridge</name></trk><trk/>") << "Track 1:;Ridge:;Track 3:"
+        << "Track is named Ridge\n";
+    QTest::addRow("track without segments")
+        << gpx("<trk><name>Empty</name></trk>") << "Empty:" << "Track is named Empty\n";
+    QTest::addRow("segments joined in file order")
+        << gpx("<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/><trkpt lat=\"2\" lon=\"2\"/></trkseg>"
+               "<trkseg/><trkseg><trkpt lat=\"3\" lon=\"3\"/></trkseg></trk>")
+        << "Track 1:1/1,2/2,3/3" << "";
+    QTest::addRow("unknown elements skipped")
+        << gpx("<rte><rtept lat=\"9\" lon=\"9\"/></rte><extensions/>"
+               "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/></trkseg></trk>")
+        << "Track 1:1/1" << "Unknown element found: rte\nUnknown element found: extensions\n";
+    QTest::addRow("metadata silent")
+        << gpx("<metadata><time>1970-01-01T00:00:00Z</time></metadata><trk/>") << "Track 1:"
+        << "";
+    QTest::addRow("comment between tracks")
+        << gpx("<trk/><!-- pause --><trk/>") << "Track 1:;Track 2:"
+        << "Unknown node type found: 8 node name is: #comment\n";
+    QTest::addRow("text in the root")
+        << gpx("stray<trk/>") << "Track 1:" << "Unknown node type found: 3 node name is: #text\n";
+    QTest::addRow("cdata and processing instruction")
+        << gpx("<![CDATA[x]]><?marker data?><trk/>") << "Track 1:"
+        << "Unknown node type found: 4 node name is: #cdata-section\n"
+           "Unknown node type found: 7 node name is: marker\n";
+    QTest::addRow("lines in file order, name after segments")
+        << gpx("<rte/><trk><trkseg/><name>Late</name><name>Second</name></trk><extensions/>")
+        << "Late:"
+        << "Unknown element found: rte\nTrack is named Late\nUnknown element found: extensions\n";
+    QTest::addRow("coordinates kept as text")
+        << gpx("<trk><trkseg><trkpt lat=\"046.50000\" lon=\"abc\"/>"
+               "<trkpt lon=\"1e30\"/><trkpt lat=\"-91\" lon=\"nan\"/></trkseg></trk>")
+        << "Track 1:046.50000/abc,/1e30,-91/nan" << "";
+    QTest::addRow("points elsewhere ignored")
+        << gpx("<trk><trkpt lat=\"1\" lon=\"1\"/><trkseg><trkseg><trkpt lat=\"2\" lon=\"2\"/>"
+               "</trkseg></trkseg></trk>")
+        << "Track 1:" << "";
+    QTest::addRow("root of any name")
+        << QByteArray("<log><trk><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg></trk></log>")
+        << "Track 1:1/2" << "";
+    QTest::addRow("root only") << QByteArray("<gpx/>") << "" << "";
+}
+
+void tst_gpx_parser::rules()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, expected);
+    QFETCH(QString, printed);
+
+    const QString file = write_file(QStringLiteral("rules.gpx"), content);
+    QVERIFY(!file.isEmpty());
+    cout_capture out;
+    const gpx_parser parser(file);
+    QCOMPARE(outline(parser.tracks), expected);
+    QCOMPARE(out.text(), printed);
+}
+
+void tst_gpx_parser::point_times_data()
+{
+    QTest::addColumn<QByteArray>("point");
+    QTest::addColumn<QDateTime>("expected");
+    QTest::addColumn<int>("offset");
+
+    QTest::addRow("utc") << QByteArray("<time>2021-06-01T10:00:00Z</time>")
+                         << QDateTime(QDate(2021, 6, 1), QTime(10, 0), Qt::UTC) << 0;
+    QTest::addRow("offset") << QByteArray("<time>2021-06-01T12:00:00+02:00</time>")
+                            << QDateTime(QDate(2021, 6, 1), QTime(10, 0), Qt::UTC) << 7200;
+    QTest::addRow("no time") << QByteArray("<ele>300</ele>") << QDateTime() << 0;
+    QTest::addRow("unparsable") << QByteArray("<time>yesterday</time>") << QDateTime() << 0;
+}
+
+void tst_gpx_parser::point_times()
+{
+    QFETCH(QByteArray, point);
+    QFETCH(QDateTime, expected);
+    QFETCH(int, offset);
+
+    const QString file = write_file(
+        QStringLiteral("time.gpx"),
+        gpx("<trk><trkseg><trkpt lat=\"1\" lon=\"2\">" + point + "</trkpt></trkseg></trk>"));
+    const gpx_parser parser(file);
+    QCOMPARE(parser.tracks.size(), 1);
+    QCOMPARE(parser.tracks.first().points.size(), 1);
+    const QDateTime time = parser.tracks.first().points.first().time;
+    QCOMPARE(time.isValid(), expected.isValid());
+    if (!expected.isValid())
+        return;
+    QCOMPARE(time, expected);
+    QCOMPARE(time.offsetFromUtc(), offset);
+}
+
+void tst_gpx_parser::unreadable_data()
+{
+    QTest::addColumn<QByteArray>("content"); // null: no file at all
+
+    QByteArray truncated;
+    {
+        QFile real(corpus(QStringLiteral("tracks.gpx")));
+        if (real.open(QIODevice::ReadOnly))
+            truncated = real.read(real.size() / 2);
+    }
+    QByteArray binary(4096, '\0');
+    for (int i = 0; i < binary.size(); ++i)
+        binary[i] = char((i * 37 + 11) & 0xff);
+
+    QTest::addRow("missing file") << QByteArray();
+    QTest::addRow("empty file") << QByteArray("");
+    QTest::addRow("truncated real file") << truncated;
+    QTest::addRow("unclosed element") << gpx("<trk><trkseg>");
+    // what was read before the error neither counts nor prints
+    QTest::addRow("broken after content")
+        << QByteArray("<gpx><trk><name>A</name><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg>"
+                      "</trk><rte/><!-- c --><trk>");
+    QTest::addRow("two roots") << QByteArray("<gpx/><gpx/>");
+    QTest::addRow("plain text") << QByteArray("lat,lon\n1,2\n");
+    QTest::addRow("binary") << binary;
+    QTest::addRow("nul bytes") << QByteArray(1000, '\0');
+}
+
+void tst_gpx_parser::unreadable()
+{
+    QFETCH(QByteArray, content);
+    QString file = dir_.filePath(QStringLiteral("missing.gpx"));
+    if (!content.isNull()) {
+        QVERIFY(content.isEmpty() || content.size() > 5);
+        file = write_file(QStringLiteral("bad.gpx"), content);
+        QVERIFY(!file.isEmpty());
+    }
+    cout_capture out;
+    const gpx_parser parser(file);
+    QVERIFY(parser.tracks.isEmpty());
+    QCOMPARE(out.text(), QString());
+}
+
+namespace {
+
+// Answers for the parser's context only, as a German catalogue would.
+class test_translator : public QTranslator
+{
+public:
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        if (qstrcmp(context, "gpx_parser") == 0 && qstrcmp(source, "Waypoints") == 0)
+            return QStringLiteral("Wegpunkte");
+        return QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+void tst_gpx_parser::waypoints_name_translated()
+{
+    const QString file = write_file(QStringLiteral("wpt.gpx"), gpx("<wpt lat=\"1\" lon=\"2\"/>"));
+    test_translator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const gpx_parser parser(file);
+    QCoreApplication::removeTranslator(&translator);
+    QCOMPARE(outline(parser.tracks), QStringLiteral("Wegpunkte:1/2"));
+}
+
+QTEST_GUILESS_MAIN(tst_gpx_parser)
+#include "tst_gpx_parser.moc"
