@@ -1,0 +1,285 @@
+#include <vn/input_dialog.h>
+#include <vn/message_box.h>
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QInputDialog>
+#include <QPushButton>
+#include <QtTest>
+
+#include <functional>
+
+// Runs `act` on the modal dialog as soon as it is up; stops after 5 s so that
+// a dialog that never comes doesn't hold the timer.
+static void when_modal(std::function<void(QWidget *)> act)
+{
+    auto *timer = new QTimer;
+    auto *tries = new int(0);
+    QObject::connect(timer, &QTimer::timeout, [timer, tries, act] {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (!modal && ++*tries < 500)
+            return;
+        timer->stop();
+        timer->deleteLater();
+        delete tries;
+        if (modal)
+            act(modal);
+    });
+    timer->start(10);
+}
+
+static QAbstractButton *button_with_text(QWidget *dialog, const QString &text)
+{
+    const QList<QAbstractButton *> buttons = dialog->findChildren<QAbstractButton *>();
+    for (QAbstractButton *button : buttons) {
+        if (button->text() == text)
+            return button;
+    }
+    return nullptr;
+}
+
+static QStringList button_texts(QWidget *dialog)
+{
+    QStringList texts;
+    const auto *box = dialog->findChild<QDialogButtonBox *>();
+    for (QAbstractButton *button : box->buttons())
+        texts << button->text();
+    texts.sort();
+    return texts;
+}
+
+class tst_message_box : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void default_button_data();
+    void default_button();
+    void static_form_returns_clicked_data();
+    void static_form_returns_clicked();
+    void text_forms_data();
+    void text_forms();
+    void escape_counts_as_cancel();
+    void get_item_data();
+    void get_item();
+    void number_getters_keep_value_on_cancel();
+    void get_text_labels_and_cancel();
+};
+
+void tst_message_box::default_button_data()
+{
+    QTest::addColumn<int>("buttons");
+    QTest::addColumn<int>("default_button");
+    QTest::addColumn<int>("expected"); // NoButton: no default set
+    QTest::addRow("OK alone, no default: accept role wins")
+        << int(QMessageBox::Ok) << int(QMessageBox::NoButton) << int(QMessageBox::Ok);
+    QTest::addRow("Yes/No, no default: none set")
+        << int(QMessageBox::Yes | QMessageBox::No) << int(QMessageBox::NoButton)
+        << int(QMessageBox::NoButton);
+    QTest::addRow("Yes/No, default No") << int(QMessageBox::Yes | QMessageBox::No)
+                                        << int(QMessageBox::No) << int(QMessageBox::No);
+    QTest::addRow("default not among buttons: no effect")
+        << int(QMessageBox::Yes | QMessageBox::No) << int(QMessageBox::Ok)
+        << int(QMessageBox::NoButton);
+    QTest::addRow("OK and Cancel, no default: OK")
+        << int(QMessageBox::Ok | QMessageBox::Cancel) << int(QMessageBox::NoButton)
+        << int(QMessageBox::Ok);
+    QTest::addRow("Save and Open, no default: the lower value with accept role")
+        << int(QMessageBox::Save | QMessageBox::Open) << int(QMessageBox::NoButton)
+        << int(QMessageBox::Save);
+}
+
+void tst_message_box::default_button()
+{
+    QFETCH(int, buttons);
+    QFETCH(int, default_button);
+    QFETCH(int, expected);
+
+    vn::message_box box(QMessageBox::Question, "t", "x", QMessageBox::NoButton, nullptr);
+    vn::message_box::add_buttons(box, QMessageBox::StandardButtons(buttons),
+                                 QMessageBox::StandardButton(default_button));
+    QCOMPARE(int(box.standardButtons()), buttons);
+    QPushButton *def = box.defaultButton();
+    QCOMPARE(def ? int(box.standardButton(def)) : int(QMessageBox::NoButton), expected);
+}
+
+void tst_message_box::static_form_returns_clicked_data()
+{
+    QTest::addColumn<int>("form"); // 0 information, 1 question, 2 warning, 3 critical
+    QTest::addColumn<int>("click");
+    QTest::addColumn<int>("icon");
+    QTest::addRow("information OK") << 0 << int(QMessageBox::Ok) << int(QMessageBox::Information);
+    QTest::addRow("question No") << 1 << int(QMessageBox::No) << int(QMessageBox::Question);
+    QTest::addRow("warning OK") << 2 << int(QMessageBox::Ok) << int(QMessageBox::Warning);
+    QTest::addRow("critical OK") << 3 << int(QMessageBox::Ok) << int(QMessageBox::Critical);
+}
+
+void tst_message_box::static_form_returns_clicked()
+{
+    QFETCH(int, form);
+    QFETCH(int, click);
+    QFETCH(int, icon);
+
+    int seen_icon = -1;
+    QString seen_title;
+    when_modal([&](QWidget *w) {
+        auto *box = qobject_cast<QMessageBox *>(w);
+        if (!box)
+            return;
+        seen_icon = box->icon();
+        seen_title = box->windowTitle();
+        box->button(QMessageBox::StandardButton(click))->click();
+    });
+    QMessageBox::StandardButton result = QMessageBox::NoButton;
+    switch (form) {
+    case 0:
+        result = vn::message_box::information(nullptr, "Title", "Text");
+        break;
+    case 1:
+        result = vn::message_box::question(nullptr, "Title", "Text");
+        break;
+    case 2:
+        result = vn::message_box::warning(nullptr, "Title", "Text");
+        break;
+    default:
+        result = vn::message_box::critical(nullptr, "Title", "Text");
+    }
+    QCOMPARE(int(result), click);
+    QCOMPARE(seen_icon, icon);
+    QCOMPARE(seen_title, QString("Title"));
+}
+
+void tst_message_box::text_forms_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QString>("click_text");
+    QTest::addColumn<int>("expected");
+    QTest::addRow("two texts, yes") << 2 << "Go on" << int(QMessageBox::Yes);
+    QTest::addRow("two texts, no") << 2 << "Stop" << int(QMessageBox::No);
+    QTest::addRow("three texts, cancel") << 3 << "Never mind" << int(QMessageBox::Cancel);
+    QTest::addRow("four texts, yes to all") << 4 << "All of them" << int(QMessageBox::YesToAll);
+    QTest::addRow("four texts, no to all") << 4 << "None of them" << int(QMessageBox::NoToAll);
+}
+
+void tst_message_box::text_forms()
+{
+    QFETCH(int, count);
+    QFETCH(QString, click_text);
+    QFETCH(int, expected);
+
+    QStringList texts = {"Go on", "Stop"};
+    if (count == 3)
+        texts << "Never mind";
+    if (count == 4)
+        texts << "All of them" << "None of them";
+    QStringList seen;
+    when_modal([&](QWidget *box) {
+        seen = button_texts(box);
+        if (QAbstractButton *button = button_with_text(box, click_text))
+            button->click();
+        else
+            box->close();
+    });
+    QMessageBox::StandardButton result = QMessageBox::NoButton;
+    if (count == 2)
+        result = vn::message_box::question(nullptr, "t", "x", texts[0], texts[1]);
+    else if (count == 3)
+        result = vn::message_box::question(nullptr, "t", "x", texts[0], texts[1], texts[2]);
+    else
+        result = vn::message_box::question(nullptr, "t", "x", texts[0], texts[1], texts[2],
+                                           texts[3]);
+    texts.sort();
+    QCOMPARE(seen, texts);
+    QCOMPARE(int(result), expected);
+}
+
+void tst_message_box::escape_counts_as_cancel()
+{
+    when_modal([](QWidget *box) { QTest::keyClick(box, Qt::Key_Escape); });
+    const auto result = vn::message_box::question(nullptr, "t", "x", "Yes please", "No thanks",
+                                                  "Later");
+    QCOMPARE(int(result), int(QMessageBox::Cancel));
+}
+
+void tst_message_box::get_item_data()
+{
+    QTest::addColumn<int>("current");
+    QTest::addColumn<bool>("accept");
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<bool>("expected_ok");
+    QTest::addRow("current 1, accept") << 1 << true << "two" << true;
+    QTest::addRow("current 1, cancel gives the current item") << 1 << false << "two" << false;
+    QTest::addRow("current -1, cancel gives empty") << -1 << false << "" << false;
+    QTest::addRow("past the end, cancel gives empty") << 3 << false << "" << false;
+    QTest::addRow("past the end, accept gives first shown") << 3 << true << "one" << true;
+}
+
+void tst_message_box::get_item()
+{
+    QFETCH(int, current);
+    QFETCH(bool, accept);
+    QFETCH(QString, expected);
+    QFETCH(bool, expected_ok);
+
+    QString shown;
+    when_modal([&](QWidget *w) {
+        if (auto *combo = w->findChild<QComboBox *>())
+            shown = combo->currentText();
+        auto *dialog = qobject_cast<QDialog *>(w);
+        accept ? dialog->accept() : dialog->reject();
+    });
+    bool ok = !expected_ok;
+    const QString result = vn::input_dialog::get_item(nullptr, "Track", "Pick one",
+                                                      {"one", "two", "three"}, current, false,
+                                                      &ok);
+    QCOMPARE(result, expected);
+    QCOMPARE(ok, expected_ok);
+    // Outside the list the box shows its first item.
+    QCOMPARE(shown, current >= 0 && current < 3 ? QStringList({"one", "two", "three"})[current]
+                                                : QString("one"));
+}
+
+void tst_message_box::number_getters_keep_value_on_cancel()
+{
+    when_modal([](QWidget *w) { qobject_cast<QDialog *>(w)->reject(); });
+    bool ok = true;
+    QCOMPARE(vn::input_dialog::get_int(nullptr, "t", "l", 7, 0, 10, 1, &ok), 7);
+    QVERIFY(!ok);
+
+    when_modal([](QWidget *w) {
+        qobject_cast<QInputDialog *>(w)->setDoubleValue(2.5);
+        qobject_cast<QDialog *>(w)->reject();
+    });
+    QCOMPARE(vn::input_dialog::get_double(nullptr, "t", "l", 1.25, 0, 10, 2, &ok), 1.25);
+
+    when_modal([](QWidget *w) {
+        qobject_cast<QInputDialog *>(w)->setDoubleValue(2.5);
+        qobject_cast<QDialog *>(w)->accept();
+    });
+    QCOMPARE(vn::input_dialog::get_double(nullptr, "t", "l", 1.25, 0, 10, 2, &ok), 2.5);
+    QVERIFY(ok);
+}
+
+void tst_message_box::get_text_labels_and_cancel()
+{
+    QStringList seen;
+    when_modal([&](QWidget *w) {
+        seen = button_texts(w);
+        qobject_cast<QDialog *>(w)->reject();
+    });
+    bool ok = true;
+    QCOMPARE(vn::input_dialog::get_text(nullptr, "t", "l", QLineEdit::Normal, "start", &ok,
+                                        Qt::WindowFlags(), Qt::ImhNone, "Take", "Leave"),
+             QString());
+    QVERIFY(!ok);
+    QCOMPARE(seen, QStringList({"Leave", "Take"}));
+
+    when_modal([](QWidget *w) { qobject_cast<QDialog *>(w)->accept(); });
+    QCOMPARE(vn::input_dialog::get_multi_line_text(nullptr, "t", "l", "a\nb", &ok),
+             QString("a\nb"));
+    QVERIFY(ok);
+}
+
+QTEST_MAIN(tst_message_box)
+#include "tst_message_box.moc"
