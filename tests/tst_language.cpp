@@ -131,8 +131,8 @@ void tst_language::help_page_missing_warns()
     QSettings().setValue("lang", "de");
     const QString name_template = pages.path() + "/missing_%1.html";
     QTest::ignoreMessage(QtWarningMsg,
-                         qPrintable("QString show_help_page(const QString&): Could not open help file "
-                                    "for language en with template "
+                         qPrintable("QString show_help_page(const QString&): Could not open "
+                                    "help file for language en with template "
                                     + name_template + " resulting in "
                                     + name_template.arg("en")));
     QCOMPARE(show_help_page(name_template), QString());

@@ -11,12 +11,14 @@
 #include <QGridLayout>
 #include <QIcon>
 #include <QLineEdit>
+#include <QPlainTextDocumentLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStandardPaths>
 #include <QTabWidget>
 #include <QTextCursor>
+#include <QTextDocument>
 #include <QTextEdit>
 #include <QVector>
 
@@ -150,10 +152,56 @@ application_log::log_tab &application_log::tab(const QString &name)
     entry.name = name;
     entry.view = new QPlainTextEdit(window_);
     entry.view->setReadOnly(true);
-    // A log is never edited: an undo history would only double its memory.
-    entry.view->document()->setUndoRedoEnabled(false);
+    // Two documents per view, both owned by the view (not by its text
+    // control, which would delete a document it lets go): the whole log,
+    // kept while a filter is set, and the filtered lines. Switching between
+    // them spares rebuilding and tearing down the whole log on every change
+    // of the filter.
+    entry.full_document = new_log_document(entry.view);
+    entry.filtered_document = new_log_document(entry.view);
+    entry.view->setDocument(entry.full_document);
     entry.index = tab_widget_->addTab(entry.view, name);
     return entry;
+}
+
+QTextDocument *application_log::new_log_document(QPlainTextEdit *view)
+{
+    auto *document = new QTextDocument(view);
+    document->setDocumentLayout(new QPlainTextDocumentLayout(document));
+    document->setDefaultFont(view->font());
+    // A log is never edited: an undo history would only double its memory.
+    document->setUndoRedoEnabled(false);
+    return document;
+}
+
+void application_log::append_plain(QTextDocument *document, const QString &data)
+{
+    // Inserted at the very end, so that the view shows exactly `text`;
+    // appendPlainText() would start a new paragraph and add a blank line.
+    // The edit block is opened before the cursor moves: a cursor moved
+    // outside one asks the layout for its x position at once. Inside, the
+    // view is told of all new lines in one change.
+    QTextCursor cursor(document);
+    cursor.beginEditBlock();
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(data);
+    cursor.endEditBlock();
+}
+
+void application_log::show_filtered(log_tab &entry, const QString &filter)
+{
+    if (filter.isEmpty()) {
+        if (!entry.pending.isEmpty()) {
+            append_plain(entry.full_document, entry.pending);
+            entry.pending.clear();
+        }
+        if (entry.view->document() != entry.full_document)
+            entry.view->setDocument(entry.full_document);
+        return;
+    }
+    entry.filtered_document->setPlainText(filtered_text(entry.text, filter));
+    if (entry.view->document() != entry.filtered_document)
+        entry.view->setDocument(entry.filtered_document);
 }
 
 QString application_log::filtered_text(const QString &text, const QString &filter)
@@ -202,19 +250,13 @@ void application_log::append_to_tab(log_tab &entry, const QString &data)
 {
     entry.text += data;
     const QString filter = filter_edit_->text();
-    if (filter.isEmpty()) {
-        // Inserted at the very end, so that the view shows exactly `text`;
-        // appendPlainText() would start a new paragraph and add a blank line.
-        // The edit block is opened before the cursor moves: a cursor moved
-        // outside one asks the layout for its x position at once. Inside, the
-        // view is told of all new lines in one change.
-        QTextCursor cursor(entry.view->document());
-        cursor.beginEditBlock();
-        cursor.movePosition(QTextCursor::End);
-        cursor.insertText(data);
-        cursor.endEditBlock();
+    if (filter.isEmpty() && entry.pending.isEmpty()
+        && entry.view->document() == entry.full_document) {
+        append_plain(entry.full_document, data);
     } else {
-        entry.view->setPlainText(filtered_text(entry.text, filter));
+        // The whole-log document catches up when the filter is cleared.
+        entry.pending += data;
+        show_filtered(entry, filter);
     }
     if (!entry.view->hasFocus())
         scroll_to_end(entry.view);
@@ -248,7 +290,7 @@ void application_log::refilter(int index)
     if (index < 0)
         return;
     log_tab &entry = tab(tab_widget_->tabText(index));
-    entry.view->setPlainText(filtered_text(entry.text, filter_edit_->text()));
+    show_filtered(entry, filter_edit_->text());
     scroll_to_end(entry.view);
 }
 
@@ -352,7 +394,9 @@ void application_log::clear_logs()
 {
     for (log_tab &entry : tabs_) {
         entry.text.clear();
-        entry.view->clear();
+        entry.pending.clear();
+        entry.full_document->clear();
+        entry.filtered_document->clear();
     }
 }
 

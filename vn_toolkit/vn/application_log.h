@@ -16,6 +16,7 @@ QT_BEGIN_NAMESPACE
 class QLineEdit;
 class QPushButton;
 class QTabWidget;
+class QTextDocument;
 class QPlainTextEdit;
 class QTextEdit;
 class QWidget;
@@ -44,6 +45,9 @@ public:
         QPlainTextEdit *view = nullptr;
         QString text; // the whole log of the tab, whatever the filter shows
         int index = -1;
+        QTextDocument *full_document = nullptr;     // `text` less `pending`
+        QTextDocument *filtered_document = nullptr; // shown while a filter is set
+        QString pending; // came while filtered; not yet in full_document
     };
 
     struct log_command
@@ -102,6 +106,9 @@ private:
     void on_clear_button_clicked();
     void on_network_button_clicked();
     static void scroll_to_end(QPlainTextEdit *view);
+    static QTextDocument *new_log_document(QPlainTextEdit *view);
+    static void append_plain(QTextDocument *document, const QString &data);
+    static void show_filtered(log_tab &entry, const QString &filter);
 
     QWidget *window_ = nullptr;
     QLineEdit *filter_edit_ = nullptr;
