@@ -161,6 +161,7 @@ MainWindow::MainWindow(QWidget *parent)
     central_layout = new vn::qt::layout(central, 3, false);
     setCentralWidget(central);
 
+    log = vn::application_log::instance();
     model = new table_data_model(this);
     settings_dialog = new dialog_settings(nullptr);
 
@@ -597,8 +598,8 @@ void MainWindow::make_shortcuts()
                                      QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_R)}) {
         auto *log_keys = new QShortcut(keys, this);
         log_keys->setContext(Qt::WindowShortcut);
-        connect(log_keys, &QShortcut::activated, this, [] {
-            if (vn::application_log *log = vn::application_log::instance())
+        connect(log_keys, &QShortcut::activated, this, [this] {
+            if (log)
                 log->open_log_window();
         });
     }

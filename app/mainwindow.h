@@ -19,6 +19,7 @@ class QTableView;
 QT_END_NAMESPACE
 
 namespace vn {
+class application_log;
 class button_dark;
 class lineedit;
 class radio;
@@ -177,6 +178,7 @@ private:
     QMap<QString, exif_tag_map> undo_tags;
     quint32 sync_order = 0;
 
+    vn::application_log *log = nullptr; // null where no log was created (tests)
     dialog_settings *settings_dialog = nullptr;
     QString last_image_load_path;
     QString last_gpx_load_path;

@@ -11,10 +11,7 @@
 class process_warning_counter
 {
 public:
-    static void install()
-    {
-        previous() = qInstallMessageHandler(&handle);
-    }
+    static void install() { previous() = qInstallMessageHandler(&handle); }
     static int count() { return counter().load(); }
 
 private:

@@ -2,6 +2,7 @@
 
 #include <QButtonGroup>
 #include <QImage>
+#include <QMimeData>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -83,6 +84,11 @@ private slots:
     void image_by_state();
     void paint_on_wrong_class_data();
     void paint_on_wrong_class();
+
+    void checked_icon_by_state_data();
+    void checked_icon_by_state();
+    void drop_handler_data();
+    void drop_handler();
 
     void mouse_rules_data();
     void mouse_rules();
@@ -371,6 +377,73 @@ void tst_button_dark::paint_on_wrong_class()
     QCOMPARE(painted_area(image), expected);
     if (frame_when_checked)
         QCOMPARE(image.pixel(0, 5), qRgb(129, 136, 133));
+}
+
+void tst_button_dark::checked_icon_by_state_data()
+{
+    QTest::addColumn<bool>("checked");
+    QTest::addColumn<bool>("highlight_when_checked");
+    QTest::addColumn<QRgb>("expected");
+
+    // The second set is painted while checked, in its highlight colour when
+    // checked buttons are highlighted.
+    QTest::addRow("unchecked: first set") << false << true << QRgb(0xFF808080);
+    QTest::addRow("checked: second set, highlighted") << true << true << QRgb(0xFF00FF00);
+    QTest::addRow("checked: second set, normal") << true << false << QRgb(0xFF0000FF);
+}
+
+void tst_button_dark::checked_icon_by_state()
+{
+    QFETCH(bool, checked);
+    QFETCH(bool, highlight_when_checked);
+    QFETCH(QRgb, expected);
+
+    button_dark button;
+    button.resize(4, 4);
+    button.setCheckable(true);
+    button.set_icon(square_path_, 0, 0, pixel_argb(0xFFF0F0F0), pixel_argb(0xFF808080));
+    button.set_checked_icon(square_path_, 0, 0, pixel_argb(0xFF00FF00), pixel_argb(0xFF0000FF));
+    QVERIFY(!button.sheet_checked());
+    QVERIFY(!button.styleSheet().contains("QPushButton::checked"));
+    button.set_flags(false, false, highlight_when_checked, true);
+    button.setChecked(checked);
+    QImage image = canvas(button.size());
+    QPainter painter(&image);
+    button.custom_paint(painter, &button);
+    painter.end();
+    QCOMPARE(image.pixel(1, 1), expected);
+}
+
+void tst_button_dark::drop_handler_data()
+{
+    QTest::addColumn<bool>("with_handler");
+    QTest::addRow("handler gets the drop") << true;
+    QTest::addRow("no handler") << false;
+}
+
+void tst_button_dark::drop_handler()
+{
+    QFETCH(bool, with_handler);
+
+    button_dark button("b");
+    button.setAcceptDrops(true);
+    button_dark *seen = nullptr;
+    QStringList urls;
+    if (with_handler)
+        button.drop_handler = [&](QDropEvent *e, button_dark *target) {
+            seen = target;
+            for (const QUrl &url : e->mimeData()->urls())
+                urls << url.toLocalFile();
+        };
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile("/photos/a.jpg")});
+    QDragEnterEvent enter(QPoint(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&button, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(QPointF(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&button, &drop);
+    QCOMPARE(seen, with_handler ? &button : nullptr);
+    QCOMPARE(urls, with_handler ? QStringList{"/photos/a.jpg"} : QStringList{});
 }
 
 void tst_button_dark::mouse_rules_data()

@@ -124,10 +124,10 @@ void tst_exiftool::reads_corpus_photos_data()
     const QString grunwald = QStringLiteral("Grünwald Straße 1.jpg");
     QTest::addRow("umlaut name comes back") << grunwald << false << "FileName" << grunwald;
     QTest::addRow("umlaut name, groups") << grunwald << true << "System:FileName" << grunwald;
-    QTest::addRow("make") << QStringLiteral("DSCN0010.jpg") << false << "Make" << "NIKON";
-    QTest::addRow("printed position")
-        << QStringLiteral("DSCN0010.jpg") << false << "GPSPosition"
-        << QStringLiteral("43 deg 28' 2.81\" N, 11 deg 53' 6.46\" E");
+    QTest::addRow("make") << QStringLiteral("DSCN0010.jpg") << false << "Make"
+                          << "NIKON";
+    QTest::addRow("printed position") << QStringLiteral("DSCN0010.jpg") << false << "GPSPosition"
+                                      << QStringLiteral("43 deg 28' 2.81\" N, 11 deg 53' 6.46\" E");
     QTest::addRow("group key of a GPS tag") << grunwald << true << "GPS:GPSLatitudeRef"
                                             << "North";
     QTest::addRow("blanks in name") << QStringLiteral("Apple iPhone 4.jpg") << false << "Model"
@@ -143,8 +143,8 @@ void tst_exiftool::reads_corpus_photos()
     QFETCH(QString, key);
     QFETCH(QString, value);
     // Reading doesn't write, so the corpus file itself is read.
-    const exif_tag_map tags = vn::exiftool::read_tags(photos_dir + QLatin1Char('/') + name,
-                                                      with_groups);
+    const exif_tag_map tags =
+        vn::exiftool::read_tags(photos_dir + QLatin1Char('/') + name, with_groups);
     QCOMPARE(tags.value(key), value);
 }
 
@@ -171,13 +171,13 @@ void tst_exiftool::writes_and_reads_back_data()
                                       << "GPSLatitude" << QStringLiteral("12 deg 30' 0.00\" S");
     exif_tag_map comment;
     comment.insert(QStringLiteral("XMP:Title"), QStringLiteral("Grünwald, 5 = fünf"));
-    QTest::addRow("UTF-8 value into a group") << QStringLiteral("Grünwald Straße 1.jpg")
-                                              << comment << "Title"
-                                              << QStringLiteral("Grünwald, 5"); // cut at "="
+    QTest::addRow("UTF-8 value into a group")
+        << QStringLiteral("Grünwald Straße 1.jpg") << comment << "Title"
+        << QStringLiteral("Grünwald, 5"); // cut at "="
     exif_tag_map clear;
     clear.insert(QStringLiteral("GPS:all"), QString());
-    QTest::addRow("group deleted") << QStringLiteral("DSCN0010.jpg") << clear << "GPSLatitude"
-                                   << QString();
+    QTest::addRow("group deleted")
+        << QStringLiteral("DSCN0010.jpg") << clear << "GPSLatitude" << QString();
 }
 
 void tst_exiftool::writes_and_reads_back()
@@ -212,29 +212,39 @@ void tst_exiftool::reports_failed_write()
 
 void tst_exiftool::refuses_unsafe_input_data()
 {
-    QTest::addColumn<QString>("file");   // relative to the temporary folder
+    QTest::addColumn<QString>("file"); // relative to the temporary folder
     QTest::addColumn<bool>("absolute");
-    QTest::addColumn<QString>("key");    // empty: a read
+    QTest::addColumn<QString>("key"); // empty: a read
     QTest::addColumn<QString>("value");
     QTest::addColumn<QString>("reason");
     const QString name = QStringLiteral("victim.jpg");
     // Each of these would reach ExifTool as a command that deletes all
     // metadata of the victim, if it weren't refused.
-    QTest::addRow("line feed in a read path") << name + "\n-all=" << true << QString() << QString()
-                                              << "line break";
-    QTest::addRow("carriage return in a read path") << name + "\r\n-all=" << true << QString()
-                                                    << QString() << "line break";
-    QTest::addRow("line feed in a value") << name << true << "Comment" << "x\n-all=" << "line break";
-    QTest::addRow("line feed in a key") << name << true << "Comment=x\n-all" << "" << "line break";
-    QTest::addRow("carriage return in a value") << name << true << "Comment" << "x\r-all="
+    QTest::addRow("line feed in a read path")
+        << name + "\n-all=" << true << QString() << QString() << "line break";
+    QTest::addRow("carriage return in a read path")
+        << name + "\r\n-all=" << true << QString() << QString() << "line break";
+    QTest::addRow("line feed in a value") << name << true << "Comment"
+                                          << "x\n-all="
+                                          << "line break";
+    QTest::addRow("line feed in a key") << name << true << "Comment=x\n-all"
+                                        << ""
+                                        << "line break";
+    QTest::addRow("carriage return in a value") << name << true << "Comment"
+                                                << "x\r-all="
                                                 << "line break";
     QTest::addRow("NUL in a value") << name << true << "Comment" << QString("x") + QChar(0) + "y"
                                     << "line break";
-    QTest::addRow("relative path read") << "-delete_original!" << false << QString() << QString()
-                                        << "isn't absolute";
-    QTest::addRow("relative path write") << name << false << "Comment" << "x" << "isn't absolute";
-    QTest::addRow("folder read") << "." << true << QString() << QString() << "isn't an existing file";
-    QTest::addRow("folder write") << "." << true << "Comment" << "x" << "isn't an existing file";
+    QTest::addRow("relative path read")
+        << "-delete_original!" << false << QString() << QString() << "isn't absolute";
+    QTest::addRow("relative path write") << name << false << "Comment"
+                                         << "x"
+                                         << "isn't absolute";
+    QTest::addRow("folder read") << "." << true << QString() << QString()
+                                 << "isn't an existing file";
+    QTest::addRow("folder write") << "." << true << "Comment"
+                                  << "x"
+                                  << "isn't an existing file";
     QTest::addRow("missing file") << "gone.jpg" << true << QString() << QString()
                                   << "isn't an existing file";
 }

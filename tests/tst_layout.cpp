@@ -42,11 +42,24 @@ QString describe(const vn::qt::cell &c)
 {
     return QStringLiteral("margin %1 %2 %3 %4 padding %5 %6 %7 %8 size %9x%10 span %11x%12 "
                           "track %13x%14 slot %15 offset %16,%17%18")
-        .arg(c.margin_top).arg(c.margin_right).arg(c.margin_bottom).arg(c.margin_left)
-        .arg(c.padding_top).arg(c.padding_right).arg(c.padding_bottom).arg(c.padding_left)
-        .arg(c.width).arg(c.height).arg(c.column_span).arg(c.row_span)
-        .arg(c.column_width).arg(c.row_height).arg(c.slot_width)
-        .arg(c.offset_x).arg(c.offset_y).arg(c.line_break ? " break" : "");
+        .arg(c.margin_top)
+        .arg(c.margin_right)
+        .arg(c.margin_bottom)
+        .arg(c.margin_left)
+        .arg(c.padding_top)
+        .arg(c.padding_right)
+        .arg(c.padding_bottom)
+        .arg(c.padding_left)
+        .arg(c.width)
+        .arg(c.height)
+        .arg(c.column_span)
+        .arg(c.row_span)
+        .arg(c.column_width)
+        .arg(c.row_height)
+        .arg(c.slot_width)
+        .arg(c.offset_x)
+        .arg(c.offset_y)
+        .arg(c.line_break ? " break" : "");
 }
 
 vn::qt::cell make_cell(QWidget *widget, const keyword_list &keywords)
@@ -82,6 +95,8 @@ private slots:
     void qt_interface_throws();
     void animate_height_data();
     void animate_height();
+    void animate_tracks_data();
+    void animate_tracks();
     void animate_outside_layout();
     void click_handler_sets_current_cell();
     void backgrounds_only_for_placed_cells();
@@ -101,27 +116,38 @@ void tst_layout::keywords_data()
     using namespace vn::qt;
     QTest::addColumn<keyword_list>("keywords");
     QTest::addColumn<QString>("expected");
-    QTest::addRow("defaults") << keyword_list{}
+    QTest::addRow("defaults")
+        << keyword_list{}
         << "margin -1 -1 -1 -1 padding 0 0 0 0 size -1x-1 span 1x1 track -1x-1 slot 0 offset 0,0";
-    QTest::addRow("margin order top right bottom left") << keyword_list{margin = {1, 2, 3, 4}}
+    QTest::addRow("margin order top right bottom left")
+        << keyword_list{margin = {1, 2, 3, 4}}
         << "margin 1 2 3 4 padding 0 0 0 0 size -1x-1 span 1x1 track -1x-1 slot 0 offset 0,0";
-    QTest::addRow("later keyword wins") << keyword_list{margin = {1, 2, 3, 4}, margin_left = 9, margin_top = 5, margin_top = 7}
+    QTest::addRow("later keyword wins")
+        << keyword_list{margin = {1, 2, 3, 4}, margin_left = 9, margin_top = 5, margin_top = 7}
         << "margin 7 2 3 9 padding 0 0 0 0 size -1x-1 span 1x1 track -1x-1 slot 0 offset 0,0";
-    QTest::addRow("all-four keyword overrides single ones") << keyword_list{padding_left = 9, padding = {1, 2, 3, 4}}
+    QTest::addRow("all-four keyword overrides single ones")
+        << keyword_list{padding_left = 9, padding = {1, 2, 3, 4}}
         << "margin -1 -1 -1 -1 padding 1 2 3 4 size -1x-1 span 1x1 track -1x-1 slot 0 offset 0,0";
-    QTest::addRow("single paddings") << keyword_list{padding_top = 1, padding_right = 2, padding_bottom = 3, padding_left = 4}
+    QTest::addRow("single paddings")
+        << keyword_list{padding_top = 1, padding_right = 2, padding_bottom = 3, padding_left = 4}
         << "margin -1 -1 -1 -1 padding 1 2 3 4 size -1x-1 span 1x1 track -1x-1 slot 0 offset 0,0";
-    QTest::addRow("size then height") << keyword_list{size = {27, 28}, height = 5}
+    QTest::addRow("size then height")
+        << keyword_list{size = {27, 28}, height = 5}
         << "margin -1 -1 -1 -1 padding 0 0 0 0 size 27x5 span 1x1 track -1x-1 slot 0 offset 0,0";
-    QTest::addRow("spans and tracks") << keyword_list{column_span = 2, row_span = 3, column_width = 40, row_height = 50}
+    QTest::addRow("spans and tracks")
+        << keyword_list{column_span = 2, row_span = 3, column_width = 40, row_height = 50}
         << "margin -1 -1 -1 -1 padding 0 0 0 0 size -1x-1 span 2x3 track 40x50 slot 0 offset 0,0";
-    QTest::addRow("offset pair then single") << keyword_list{offset = {3, 4}, offset_y = 6, slot_width = 11}
+    QTest::addRow("offset pair then single")
+        << keyword_list{offset = {3, 4}, offset_y = 6, slot_width = 11}
         << "margin -1 -1 -1 -1 padding 0 0 0 0 size -1x-1 span 1x1 track -1x-1 slot 11 offset 3,6";
     QTest::addRow("line break flag") << keyword_list{line_break, width = 8}
-        << "margin -1 -1 -1 -1 padding 0 0 0 0 size 8x-1 span 1x1 track -1x-1 slot 0 offset 0,0 break";
-    QTest::addRow("fit widget slot") << keyword_list{fit_widget_slot}
+                                     << "margin -1 -1 -1 -1 padding 0 0 0 0 size 8x-1 span 1x1 "
+                                        "track -1x-1 slot 0 offset 0,0 break";
+    QTest::addRow("fit widget slot")
+        << keyword_list{fit_widget_slot}
         << "margin -1 -1 -1 -1 padding 0 0 0 0 size 33x21 span 1x1 track -1x-1 slot 33 offset 0,0";
-    QTest::addRow("fit widget") << keyword_list{fit_widget}
+    QTest::addRow("fit widget")
+        << keyword_list{fit_widget}
         << "margin -1 -1 -1 -1 padding 0 0 0 0 size 33x21 span 1x1 track -1x-1 slot 0 offset 0,0";
 }
 
@@ -174,27 +200,30 @@ void tst_layout::placement_data()
         << keyword_list{margin_left = 10, padding_left = 3, padding_right = 4, padding_top = 2}
         << QRect(13, 2, 183, 98) << QRect(10, 0, 190, 100);
     QTest::addRow("paddings larger than slot give size 0")
-        << keyword_list{padding_left = 150, padding_right = 150, margin_top = 60, margin_bottom = 60}
+        << keyword_list{padding_left = 150, padding_right = 150, margin_top = 60,
+                        margin_bottom = 60}
         << QRect(150, 60, 0, 0) << QRect(0, 60, 200, 0);
-    QTest::addRow("fixed size centred") << keyword_list{width = 50, height = 20}
-        << QRect(75, 40, 50, 20) << QRect(75, 40, 50, 20);
-    QTest::addRow("centred truncates") << keyword_list{width = 51, height = 21}
-        << QRect(74, 39, 51, 21) << QRect(74, 39, 51, 21);
-    QTest::addRow("left margin hangs left") << keyword_list{width = 50, height = 20, margin_left = 10, margin_top = 7}
+    QTest::addRow("fixed size centred")
+        << keyword_list{width = 50, height = 20} << QRect(75, 40, 50, 20) << QRect(75, 40, 50, 20);
+    QTest::addRow("centred truncates")
+        << keyword_list{width = 51, height = 21} << QRect(74, 39, 51, 21) << QRect(74, 39, 51, 21);
+    QTest::addRow("left margin hangs left")
+        << keyword_list{width = 50, height = 20, margin_left = 10, margin_top = 7}
         << QRect(10, 7, 50, 20) << QRect(10, 7, 50, 20);
     QTest::addRow("zero margin is set") << keyword_list{width = 50, height = 20, margin_left = 0}
-        << QRect(0, 40, 50, 20) << QRect(0, 40, 50, 20);
-    QTest::addRow("right margin hangs right") << keyword_list{width = 50, height = 20, margin_right = 10, margin_bottom = 5}
+                                        << QRect(0, 40, 50, 20) << QRect(0, 40, 50, 20);
+    QTest::addRow("right margin hangs right")
+        << keyword_list{width = 50, height = 20, margin_right = 10, margin_bottom = 5}
         << QRect(140, 75, 50, 20) << QRect(140, 75, 50, 20);
     QTest::addRow("both margins: slot start, size kept")
-        << keyword_list{width = 50, height = 20, margin = {5, 10, 5, 10}}
-        << QRect(0, 0, 50, 20) << QRect(0, 0, 50, 20);
+        << keyword_list{width = 50, height = 20, margin = {5, 10, 5, 10}} << QRect(0, 0, 50, 20)
+        << QRect(0, 0, 50, 20);
     QTest::addRow("offset moves content only")
-        << keyword_list{width = 50, height = 20, offset = {3, -4}}
-        << QRect(78, 36, 50, 20) << QRect(75, 40, 50, 20);
+        << keyword_list{width = 50, height = 20, offset = {3, -4}} << QRect(78, 36, 50, 20)
+        << QRect(75, 40, 50, 20);
     QTest::addRow("fixed size with paddings widens background")
-        << keyword_list{width = 50, height = 20, padding = {1, 2, 3, 4}}
-        << QRect(75, 40, 50, 20) << QRect(71, 39, 56, 24);
+        << keyword_list{width = 50, height = 20, padding = {1, 2, 3, 4}} << QRect(75, 40, 50, 20)
+        << QRect(71, 39, 56, 24);
 }
 
 void tst_layout::placement()
@@ -212,6 +241,8 @@ void tst_layout::placement()
     QCOMPARE(stored->background()->geometry(), behind);
     QCOMPARE(stored->background()->parentWidget(), &parent);
     QCOMPARE(child->parentWidget(), &parent);
+    // stacked behind its widget
+    QVERIFY(parent.children().indexOf(stored->background()) < parent.children().indexOf(child));
 }
 
 void tst_layout::flow_data()
@@ -221,23 +252,31 @@ void tst_layout::flow_data()
     QTest::addColumn<bool>("vertical");
     QTest::addColumn<QList<keyword_list>>("cells");
     QTest::addColumn<point_list>("positions"); // column, row of each cell
+    QTest::addColumn<QPoint>("cursor");        // where the next cell would go
     QTest::addRow("wrap 2 along rows") << 2 << false << QList<keyword_list>{{}, {}, {}}
-        << point_list{{0, 0}, {1, 0}, {0, 1}};
+                                       << point_list{{0, 0}, {1, 0}, {0, 1}} << QPoint(1, 1);
     QTest::addRow("wrap 2 down columns") << 2 << true << QList<keyword_list>{{}, {}, {}}
-        << point_list{{0, 0}, {0, 1}, {1, 0}};
-    QTest::addRow("column span skips placeholder and wraps") << 2 << false
-        << QList<keyword_list>{{column_span = 2}, {}} << point_list{{0, 0}, {0, 1}};
-    QTest::addRow("row span skips placeholder below") << 2 << false
-        << QList<keyword_list>{{row_span = 2}, {}, {}} << point_list{{0, 0}, {1, 0}, {1, 1}};
+                                         << point_list{{0, 0}, {0, 1}, {1, 0}} << QPoint(1, 1);
+    QTest::addRow("column span skips placeholder and wraps")
+        << 2 << false << QList<keyword_list>{{column_span = 2}, {}} << point_list{{0, 0}, {0, 1}}
+        << QPoint(1, 1);
+    QTest::addRow("row span skips placeholder below")
+        << 2 << false << QList<keyword_list>{{row_span = 2}, {}, {}}
+        << point_list{{0, 0}, {1, 0}, {1, 1}} << QPoint(0, 2);
     QTest::addRow("wrap 0 never wraps") << 0 << false << QList<keyword_list>{{}, {}, {}}
-        << point_list{{0, 0}, {1, 0}, {2, 0}};
-    QTest::addRow("wrap 0 line break starts a row") << 0 << false
-        << QList<keyword_list>{{}, {line_break}, {}, {}}
-        << point_list{{0, 0}, {1, 0}, {0, 1}, {1, 1}};
-    QTest::addRow("vertical line break starts a column") << 0 << true
-        << QList<keyword_list>{{}, {line_break}, {}} << point_list{{0, 0}, {0, 1}, {1, 0}};
-    QTest::addRow("line break in wrapping layout") << 3 << false
-        << QList<keyword_list>{{line_break}, {}} << point_list{{0, 0}, {0, 1}};
+                                        << point_list{{0, 0}, {1, 0}, {2, 0}} << QPoint(3, 0);
+    QTest::addRow("wrap 0 line break starts a row")
+        << 0 << false << QList<keyword_list>{{}, {line_break}, {}, {}}
+        << point_list{{0, 0}, {1, 0}, {0, 1}, {1, 1}} << QPoint(2, 1);
+    QTest::addRow("vertical line break starts a column")
+        << 0 << true << QList<keyword_list>{{}, {line_break}, {}}
+        << point_list{{0, 0}, {0, 1}, {1, 0}} << QPoint(1, 1);
+    QTest::addRow("line break in wrapping layout")
+        << 3 << false << QList<keyword_list>{{line_break}, {}} << point_list{{0, 0}, {0, 1}}
+        << QPoint(1, 1);
+    QTest::addRow("cursor skips a run of placeholders")
+        << 3 << false << QList<keyword_list>{{column_span = 3}} << point_list{{0, 0}}
+        << QPoint(0, 1);
 }
 
 void tst_layout::flow()
@@ -246,6 +285,7 @@ void tst_layout::flow()
     QFETCH(bool, vertical);
     QFETCH(QList<keyword_list>, cells);
     QFETCH(point_list, positions);
+    QFETCH(QPoint, cursor);
     QWidget parent;
     vn::qt::layout grid(&parent, wrap, vertical);
     QVector<QWidget *> widgets;
@@ -261,6 +301,7 @@ void tst_layout::flow()
         QCOMPARE(grid.cell_at(c->column, c->row), c);
         QCOMPARE(c->parent_layout(), &grid);
     }
+    QCOMPARE(QPoint(grid.cursor_column(), grid.cursor_row()), cursor);
     // the fill pass keeps a full rectangle
     for (int r = 0; r + 1 < grid.rows(); ++r) {
         for (int c = 0; c < grid.columns(); ++c)
@@ -274,9 +315,12 @@ void tst_layout::auto_tracks_data()
     QTest::addColumn<track_list>("rows");
     QTest::addColumn<QRect>("last");
     // parent 300 by 100; three cells in one row; last cell's geometry
-    QTest::addRow("all auto share equally") << track_list{0, 0, 0} << track_list{0} << QRect(200, 0, 100, 100);
-    QTest::addRow("fixed first, autos share rest") << track_list{50, 0, 0} << track_list{0} << QRect(175, 0, 125, 100);
-    QTest::addRow("fixed last") << track_list{0, 0, 100} << track_list{40} << QRect(200, 0, 100, 40);
+    QTest::addRow("all auto share equally")
+        << track_list{0, 0, 0} << track_list{0} << QRect(200, 0, 100, 100);
+    QTest::addRow("fixed first, autos share rest")
+        << track_list{50, 0, 0} << track_list{0} << QRect(175, 0, 125, 100);
+    QTest::addRow("fixed last") << track_list{0, 0, 100} << track_list{40}
+                                << QRect(200, 0, 100, 40);
     QTest::addRow("all fixed") << track_list{10, 20, 30} << track_list{40} << QRect(30, 0, 30, 40);
 }
 
@@ -356,6 +400,14 @@ void tst_layout::repeat_guard()
     parent.resize(120, 100);
     grid.setGeometry(QRect());
     QCOMPARE(child->geometry(), QRect(0, 0, 120, 100));
+    // place_now passes the guard, for cells changed while the size stays
+    for (int i = 0; i < 5; ++i)
+        grid.setGeometry(QRect());
+    grid.cell_at(0, 0)->margin_left = 7;
+    grid.setGeometry(QRect());
+    QCOMPARE(child->x(), 0);
+    grid.place_now();
+    QCOMPARE(child->geometry(), QRect(7, 0, 113, 100));
 }
 
 void tst_layout::sizes_and_items()
@@ -423,7 +475,8 @@ void tst_layout::animate_height_data()
     // 0.1 s gives steps at i = 1 and 2: two nudges of two resizes, then the jump.
     QTest::addRow("shrink in steps") << 100 << 50 << 0.1f << QVector<int>{80, 80, 60, 60, 50, 50};
     QTest::addRow("grow in steps") << 50 << 100 << 0.1f << QVector<int>{70, 70, 90, 90, 100, 100};
-    QTest::addRow("step truncates to 0") << 51 << 50 << 0.1f << QVector<int>{51, 51, 51, 51, 50, 50};
+    QTest::addRow("step truncates to 0")
+        << 51 << 50 << 0.1f << QVector<int>{51, 51, 51, 51, 50, 50};
     QTest::addRow("zero seconds jumps") << 100 << 20 << 0.0f << QVector<int>{20, 20};
     QTest::addRow("already there: nothing") << 40 << 40 << 0.1f << QVector<int>{};
 }
@@ -451,6 +504,53 @@ void tst_layout::animate_height()
     QCOMPARE(recorder.heights, seen);
     QCOMPARE(grid->row_height(0), target);
     QCOMPARE(second->y(), target); // the last resize placed the rows anew
+}
+
+void tst_layout::animate_tracks_data()
+{
+    QTest::addColumn<bool>("both");   // animate_size, else animate_width
+    QTest::addColumn<QSize>("start"); // column width, row height
+    QTest::addColumn<QSize>("target");
+    QTest::addColumn<QSize>("end");
+    QTest::addColumn<int>("resizes");
+    // 0.1 s: two steps of two resizes each, then the final two
+    QTest::addRow("width in steps")
+        << false << QSize(100, 80) << QSize(50, 0) << QSize(50, 80) << 6;
+    QTest::addRow("width jumps") << false << QSize(100, 80) << QSize(70, 0) << QSize(70, 80) << 6;
+    QTest::addRow("size in steps") << true << QSize(100, 80) << QSize(60, 40) << QSize(60, 40) << 6;
+    QTest::addRow("size: width already there")
+        << true << QSize(100, 80) << QSize(100, 40) << QSize(100, 80) << 0;
+    QTest::addRow("size: height already there")
+        << true << QSize(100, 80) << QSize(60, 80) << QSize(100, 80) << 0;
+}
+
+void tst_layout::animate_tracks()
+{
+    QFETCH(bool, both);
+    QFETCH(QSize, start);
+    QFETCH(QSize, target);
+    QFETCH(QSize, end);
+    QFETCH(int, resizes);
+    QWidget top;
+    top.resize(300, 300);
+    auto *grid = new vn::qt::layout(&top, 2, false);
+    vn::qt::cell *stored = grid->add(vn::qt::cell(new QWidget(&top)));
+    grid->column_width() = start.width();
+    grid->row_height() = start.height();
+    auto *next = new QWidget(&top);
+    grid->add(next);
+    top.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&top));
+    resize_recorder recorder(grid, 0);
+    top.installEventFilter(&recorder);
+    if (both)
+        stored->animate_size(target.width(), target.height(), 0.1f);
+    else
+        stored->animate_width(target.width(), 0.1f);
+    top.removeEventFilter(&recorder);
+    QCOMPARE(QSize(grid->column_width(0), grid->row_height(0)), end);
+    QCOMPARE(recorder.heights.size(), resizes);
+    QCOMPARE(next->x(), end.width());
 }
 
 void tst_layout::animate_outside_layout()

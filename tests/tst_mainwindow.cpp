@@ -153,8 +153,20 @@ void tst_mainwindow::load()
     QProgressBar *bar = window_->load_progress->findChild<QProgressBar *>();
     QVERIFY(bar);
     QSignalSpy progress(bar, &QProgressBar::valueChanged);
+    // Rows show up one by one while the load runs; the table is sorted and
+    // assigned once, after the last file.
+    QStringList events;
+    connect(window_->model, &QAbstractItemModel::rowsInserted, this,
+            [&] { events << QStringLiteral("row"); });
+    connect(window_->model, &table_data_model::cache_rebuilt, this,
+            [&] { events << QStringLiteral("rebuilt"); });
 
     window_->load_files(paths);
+
+    QCOMPARE(events.count(QStringLiteral("row")), expected.size());
+    const int first_rebuild = events.indexOf(QStringLiteral("rebuilt"));
+    QVERIFY(first_rebuild >= 0);
+    QVERIFY(events.lastIndexOf(QStringLiteral("row")) < first_rebuild);
 
     QCOMPARE(row_files(*window_), expected);
     QCOMPARE(window_->sync_button->isEnabled(), !expected.isEmpty());

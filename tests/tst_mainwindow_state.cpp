@@ -29,6 +29,8 @@ private slots:
     void file_dialog_folder();
     void source_controls_data();
     void source_controls();
+    void shortcuts_data();
+    void shortcuts();
 };
 
 void tst_mainwindow_state::initTestCase()
@@ -195,6 +197,44 @@ void tst_mainwindow_state::source_controls()
     QCOMPARE(window.load_gpx_button->isEnabled(), gpx_on);
     QCOMPARE(window.model->sync_order(), order);
     QCOMPARE(QSettings().value(QStringLiteral("sync_order")).toInt(), order);
+}
+
+void tst_mainwindow_state::shortcuts_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QString>("button");
+    // Ctrl+O opens the file dialog even while the load button is disabled.
+    QTest::addRow("ctrl+o") << int(Qt::Key_O) << int(Qt::ControlModifier) << "load_button";
+    QTest::addRow("f1") << int(Qt::Key_F1) << int(Qt::NoModifier) << "help_button";
+    QTest::addRow("ctrl+?") << int(Qt::Key_Question) << int(Qt::ControlModifier) << "help_button";
+}
+
+void tst_mainwindow_state::shortcuts()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(QString, button);
+
+    MainWindow window;
+    int dialogs = 0;
+    window.choose_image_files = [&](QWidget *, const QString &, const QString &, const QString &) {
+        ++dialogs;
+        return QStringList();
+    };
+    window.load_button->setEnabled(false);
+    // The help page would open a browser: only the button's signal is watched.
+    disconnect(window.help_button, nullptr, &window, nullptr);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+
+    auto *target = window.findChild<QAbstractButton *>(button);
+    QVERIFY(target);
+    QSignalSpy clicked(target, &QAbstractButton::clicked);
+    QTest::keyClick(&window, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(dialogs, button == QLatin1String("load_button") ? 1 : 0);
 }
 
 QTEST_MAIN(tst_mainwindow_state)

@@ -26,16 +26,26 @@ void tst_stylesheet::parse_and_write_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
-    QTest::addRow("later declaration wins") << "a:1;b:2;a:3" << "a:3;b:2;";
-    QTest::addRow("sorted by property") << "color:red;background:blue;" << "background:blue;color:red;";
-    QTest::addRow("no colon dropped") << "a:1;nonsense;b:2" << "a:1;b:2;";
-    QTest::addRow("empty value dropped") << "a:;b:2" << "b:2;";
-    QTest::addRow("empty property dropped") << ":1;b:2" << "b:2;";
-    QTest::addRow("blanks are kept") << "color: red; margin:1px" << " margin:1px;color: red;";
-    QTest::addRow("value holds a colon") << "background:url(:/gui/a.png)" << "background:url(:/gui/a.png);";
-    QTest::addRow("empty text") << "" << "";
-    QTest::addRow("only separators") << ";;;" << "";
-    QTest::addRow("utf-8 survives") << QString::fromUtf8("font-family:Früh") << QString::fromUtf8("font-family:Früh;");
+    QTest::addRow("later declaration wins") << "a:1;b:2;a:3"
+                                            << "a:3;b:2;";
+    QTest::addRow("sorted by property") << "color:red;background:blue;"
+                                        << "background:blue;color:red;";
+    QTest::addRow("no colon dropped") << "a:1;nonsense;b:2"
+                                      << "a:1;b:2;";
+    QTest::addRow("empty value dropped") << "a:;b:2"
+                                         << "b:2;";
+    QTest::addRow("empty property dropped") << ":1;b:2"
+                                            << "b:2;";
+    QTest::addRow("blanks are kept") << "color: red; margin:1px"
+                                     << " margin:1px;color: red;";
+    QTest::addRow("value holds a colon") << "background:url(:/gui/a.png)"
+                                         << "background:url(:/gui/a.png);";
+    QTest::addRow("empty text") << ""
+                                << "";
+    QTest::addRow("only separators") << ";;;"
+                                     << "";
+    QTest::addRow("utf-8 survives")
+        << QString::fromUtf8("font-family:Früh") << QString::fromUtf8("font-family:Früh;");
 }
 
 void tst_stylesheet::parse_and_write()
@@ -61,22 +71,33 @@ void tst_stylesheet::merge_data()
     QTest::addColumn<QString>("sheet");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("expected");
-    QTest::addRow("empty text changes nothing") << "color:red" << "" << "color:red";
-    QTest::addRow("new property appended") << "color:red;" << "margin:1px" << "color:red;margin:1px;";
-    QTest::addRow("into an empty sheet") << "" << "margin:1px;" << "margin:1px;";
-    QTest::addRow("replaced in place")
-        << "color:red;margin:0px;border:none;" << "margin:3px;"
-        << "color:red;margin:3px;border:none;";
-    QTest::addRow("several, in order")
-        << "a:1;b:2;" << "b:5;c:6;a:7" << "a:7;b:5;c:6;";
-    QTest::addRow("first already there stops everything")
-        << "a:1;b:2;" << "a:1;b:9;c:3;" << "a:1;b:2;";
-    QTest::addRow("later one already there drops earlier changes")
-        << "a:1;b:2;" << "a:5;b:2;c:3;" << "a:1;b:2;";
-    QTest::addRow("declaration at the end without semicolon")
-        << "a:1;b:2" << "b:3;" << "a:1;b:3;";
-    QTest::addRow("property inside a longer name")
-        << "top-border:1px;" << "border:2px;" << "top-border:2px;";
+    QTest::addRow("empty text changes nothing") << "color:red"
+                                                << ""
+                                                << "color:red";
+    QTest::addRow("new property appended") << "color:red;"
+                                           << "margin:1px"
+                                           << "color:red;margin:1px;";
+    QTest::addRow("into an empty sheet") << ""
+                                         << "margin:1px;"
+                                         << "margin:1px;";
+    QTest::addRow("replaced in place") << "color:red;margin:0px;border:none;"
+                                       << "margin:3px;"
+                                       << "color:red;margin:3px;border:none;";
+    QTest::addRow("several, in order") << "a:1;b:2;"
+                                       << "b:5;c:6;a:7"
+                                       << "a:7;b:5;c:6;";
+    QTest::addRow("first already there stops everything") << "a:1;b:2;"
+                                                          << "a:1;b:9;c:3;"
+                                                          << "a:1;b:2;";
+    QTest::addRow("later one already there drops earlier changes") << "a:1;b:2;"
+                                                                   << "a:5;b:2;c:3;"
+                                                                   << "a:1;b:2;";
+    QTest::addRow("declaration at the end without semicolon") << "a:1;b:2"
+                                                              << "b:3;"
+                                                              << "a:1;b:3;";
+    QTest::addRow("property inside a longer name") << "top-border:1px;"
+                                                   << "border:2px;"
+                                                   << "top-border:2px;";
 }
 
 void tst_stylesheet::merge()
@@ -107,8 +128,10 @@ void tst_stylesheet::scroll_bars_data()
     QTest::addColumn<Qt::Orientation>("orientation");
     QTest::addColumn<QString>("size_rule");
     QTest::addColumn<QString>("minimum_rule");
-    QTest::addRow("vertical") << Qt::Vertical << "width:11px;" << "min-height: 20px;";
-    QTest::addRow("horizontal") << Qt::Horizontal << "height:11px;" << "min-width: 20px;";
+    QTest::addRow("vertical") << Qt::Vertical << "width:11px;"
+                              << "min-height: 20px;";
+    QTest::addRow("horizontal") << Qt::Horizontal << "height:11px;"
+                                << "min-width: 20px;";
 }
 
 void tst_stylesheet::scroll_bars()
@@ -118,10 +141,10 @@ void tst_stylesheet::scroll_bars()
     QFETCH(QString, minimum_rule);
     QPlainTextEdit area;
     vn::qt::style_scroll_bars(&area);
-    QScrollBar *bar = orientation == Qt::Vertical ? area.verticalScrollBar()
-                                                  : area.horizontalScrollBar();
-    QScrollBar *other = orientation == Qt::Vertical ? area.horizontalScrollBar()
-                                                    : area.verticalScrollBar();
+    QScrollBar *bar
+        = orientation == Qt::Vertical ? area.verticalScrollBar() : area.horizontalScrollBar();
+    QScrollBar *other
+        = orientation == Qt::Vertical ? area.horizontalScrollBar() : area.verticalScrollBar();
     const QString sheet = bar->styleSheet();
     QCOMPARE(sheet, vn::qt::scroll_bar_style_sheet(orientation));
     QVERIFY(sheet.contains(size_rule));

@@ -25,6 +25,23 @@ const QString indicator_none = QStringLiteral("?");
 
 const int max_zone_seconds = 14 * 3600;
 
+// Keys of exif_cache values, made once: a key built per lookup would cost an
+// allocation for each of the ten lookups per photo and rebuild.
+const QString key_year = QStringLiteral("rec_year");
+const QString key_month = QStringLiteral("rec_month");
+const QString key_day = QStringLiteral("rec_day");
+const QString key_hour = QStringLiteral("rec_hour");
+const QString key_minute = QStringLiteral("rec_minute");
+const QString key_second = QStringLiteral("rec_second");
+const QString key_zone = QStringLiteral("iptc_timezone");
+const QString key_has_position = QStringLiteral("has_gps_position");
+const QString key_lat = QStringLiteral("gps_lat");
+const QString key_lat_ref = QStringLiteral("gps_lat_ref");
+const QString key_lon = QStringLiteral("gps_lon");
+const QString key_lon_ref = QStringLiteral("gps_lon_ref");
+const QString key_numerical = QStringLiteral("gps_numerical");
+const QString key_quicktime = QStringLiteral("has_quicktime_gps");
+
 // An IPTC zone as ExifTool prints it, sign included: "+02:00" == 7200,
 // "-05:00" == -18000, "+05:30" == 19800. Hours and minutes are both honoured,
 // so half-hour zones keep their half hour; "+0530" and "+05" read the same way.
@@ -64,8 +81,8 @@ int iptc_offset_seconds(const QString &zone)
 // A date reduced to what QDateTime::operator< looks at (Qt 5.15, observed):
 // every invalid value sorts before every valid one, invalid values are equal
 // among themselves, and valid ones compare as instants. Comparing these is
-// far cheaper than comparing QDateTime values of local time, which convert
-// to UTC on every comparison.
+// far cheaper than comparing QDateTime values of local time, which go through
+// the C library's time zone code whenever their daylight-saving states differ.
 struct date_key
 {
     bool valid = false;
@@ -99,6 +116,16 @@ qint64 abs_secs_between(const date_key &a, const date_key &b)
 bool within_limit(qint64 secs, bool limited, int minutes)
 {
     return !limited || !(qint64(minutes) * 60 < secs);
+}
+
+// The last character of format_gps_coordinate(value, is_latitude): "N"/"E"
+// above 0, else "S"/"W" (0 and NaN included). Formatting the whole text for
+// each of 100,000 track points only to keep its last letter took a second.
+QString reference_letter(float value, bool is_latitude)
+{
+    if (value > 0)
+        return is_latitude ? QStringLiteral("N") : QStringLiteral("E");
+    return is_latitude ? QStringLiteral("S") : QStringLiteral("W");
 }
 
 struct rebuild_slot
@@ -228,7 +255,17 @@ void table_data_model::sort(int column, Qt::SortOrder order)
 
 void table_data_model::add_file(const QString &file)
 {
-    if (files_.contains(file))
+    insert_file(file, true);
+}
+
+void table_data_model::add_cached_file(const QString &file)
+{
+    insert_file(file, false);
+}
+
+void table_data_model::insert_file(const QString &file, bool read_metadata)
+{
+    if (file_set_.contains(file))
         return;
     if (file.contains(QLatin1Char('\n')) || file.contains(QLatin1Char('\r'))
         || file.contains(QChar(0))) {
@@ -246,7 +283,9 @@ void table_data_model::add_file(const QString &file)
     const int row = files_.size();
     beginInsertRows(QModelIndex(), row, row);
     files_.append(file);
-    exif_cache::instance()->read_file(file);
+    file_set_.insert(file);
+    if (read_metadata)
+        exif_cache::instance()->read_file(file);
     endInsertRows();
 }
 
@@ -260,6 +299,7 @@ void table_data_model::clear()
 {
     beginResetModel();
     files_.clear();
+    file_set_.clear();
     endResetModel();
     cache_.clear();
     emit cache_rebuilt(0, 0, 0);
@@ -284,10 +324,9 @@ void table_data_model::set_gpx_track(const gpx_track &track)
         entry.position.lon = point.lon;
         entry.position.lon_numerical = point.lon;
         // toFloat gives 0 for text that is no number and ±inf or NaN for
-        // "inf" and "nan"; format_gps_coordinate prints all of them. Done once
-        // per track, as formatting every point would dominate a rebuild.
-        entry.position.lat_ref = format_gps_coordinate(point.lat.toFloat(), true).right(1);
-        entry.position.lon_ref = format_gps_coordinate(point.lon.toFloat(), false).right(1);
+        // "inf" and "nan"; the letter is defined for all of them.
+        entry.position.lat_ref = reference_letter(point.lat.toFloat(), true);
+        entry.position.lon_ref = reference_letter(point.lon.toFloat(), false);
         entry.date = point.time;
         entry.is_source = true;
         entry.from_gpx = true;
@@ -302,7 +341,7 @@ void table_data_model::set_gpx_track(const gpx_track &track)
     track_valid_.clear();
     track_valid_.reserve(n);
     for (const rebuild_slot &slot : order) {
-        track_entries_.append(*slot.entry);
+        track_entries_.append(std::move(*slot.entry));
         track_msecs_.append(slot.key.msecs);
         track_valid_.append(slot.key.valid);
     }
@@ -315,12 +354,26 @@ QDateTime table_data_model::recording_datetime(const QString &file) const
 
 QDateTime table_data_model::recording_datetime(const exif_tag_map &values)
 {
-    const auto number = [&values](const char *key) {
-        return values.value(QLatin1String(key)).toInt(nullptr, 10);
-    };
-    const QDate date(number("rec_year"), number("rec_month"), number("rec_day"));
-    const QTime time(number("rec_hour"), number("rec_minute"), number("rec_second"), 0);
-    const QString zone = values.value(QStringLiteral("iptc_timezone"));
+    // The six keys stand side by side in the ordered map, from "rec_day" to
+    // "rec_year": one search and a short walk instead of six searches, each
+    // of which costs cache misses when thousands of photos are sorted.
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    for (auto it = values.lowerBound(key_day); it != values.constEnd() && !(key_year < it.key());
+         ++it) {
+        const QString &key = it.key();
+        int *field = key == key_day      ? &day
+                     : key == key_hour   ? &hour
+                     : key == key_minute ? &minute
+                     : key == key_month  ? &month
+                     : key == key_second ? &second
+                     : key == key_year   ? &year
+                                         : nullptr;
+        if (field)
+            *field = it.value().toInt(nullptr, 10);
+    }
+    const QDate date(year, month, day);
+    const QTime time(hour, minute, second, 0);
+    const QString zone = values.value(key_zone);
     if (zone.isEmpty())
         return QDateTime(date, time, Qt::LocalTime);
     return QDateTime(date, time, Qt::OffsetFromUTC, iptc_offset_seconds(zone));
@@ -371,18 +424,18 @@ void table_data_model::rebuild_cache()
         entry.file = files_.at(i);
         const exif_tag_map file_values = values.value(entry.file);
         entry.date = recording_datetime(file_values);
-        if (file_values.value(QStringLiteral("has_gps_position")) == true_text) {
+        if (file_values.value(key_has_position) == true_text) {
             entry.indicator = arrow_left;
-            entry.position.lat = file_values.value(QStringLiteral("gps_lat"));
-            entry.position.lat_ref = file_values.value(QStringLiteral("gps_lat_ref"));
-            entry.position.lon = file_values.value(QStringLiteral("gps_lon"));
-            entry.position.lon_ref = file_values.value(QStringLiteral("gps_lon_ref"));
+            entry.position.lat = file_values.value(key_lat);
+            entry.position.lat_ref = file_values.value(key_lat_ref);
+            entry.position.lon = file_values.value(key_lon);
+            entry.position.lon_ref = file_values.value(key_lon_ref);
             entry.position.lat_numerical = entry.position.lat;
             entry.position.lon_numerical = entry.position.lon;
-            entry.source_text = file_values.value(QStringLiteral("gps_numerical"));
+            entry.source_text = file_values.value(key_numerical);
             entry.is_source = true;
         }
-        if (file_values.value(QStringLiteral("has_quicktime_gps")) == true_text)
+        if (file_values.value(key_quicktime) == true_text)
             has_quicktime_gps_ = true;
         photo_slots.push_back({date_key(entry.date), &entry});
     }

@@ -12,6 +12,7 @@
 #include <QFont>
 #include <QList>
 #include <QMap>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -50,6 +51,9 @@ public:
     // ignored; a path that is not absolute or holds a line break or NUL is
     // refused with a warning, since it would reach ExifTool as an argument.
     void add_file(const QString &file);
+    // As add_file, for a file whose metadata is in exif_cache already: no
+    // ExifTool read. For metadata filled by other means (benchmarks, tests).
+    void add_cached_file(const QString &file);
     // Sorts by date and rebuilds in the current mode; for the end of a load.
     void refresh();
     // Removes every row and the last result; settings, the user position and
@@ -99,9 +103,11 @@ public slots:
     void gps_datetime_format_changed(QString format);
 
 private:
+    void insert_file(const QString &file, bool read_metadata);
     QString date_text(const QString &file) const;
 
     QStringList files_;
+    QSet<QString> file_set_; // the same paths, for the duplicate test of a load
     int sort_order_ = Qt::AscendingOrder;
     int sort_column_ = 1;
     int sync_order_ = sync_previous;

@@ -15,8 +15,7 @@ class array
 public:
     array() = default;
     array(T *data, std::size_t size, bool owned = false) : data_(data), size_(size), owned_(owned)
-    {
-    }
+    {}
     ~array()
     {
         if (owned_)
@@ -28,8 +27,7 @@ public:
         : data_(std::exchange(other.data_, nullptr)),
           size_(std::exchange(other.size_, 0)),
           owned_(std::exchange(other.owned_, false))
-    {
-    }
+    {}
     array &operator=(array &&other) noexcept
     {
         if (this != &other) {

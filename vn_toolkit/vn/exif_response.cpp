@@ -16,9 +16,10 @@ constexpr int idle_wake_ms = 250;
 } // namespace
 
 exif_response::exif_response(qint32 id, QObject *parent)
-    : QObject(parent), id_(id), start_time_(QDateTime::currentMSecsSinceEpoch())
-{
-}
+    : QObject(parent)
+    , id_(id)
+    , start_time_(QDateTime::currentMSecsSinceEpoch())
+{}
 
 // GUI thread (the thread the response lives on). Event handlers that run in
 // here may start further commands; each wait watches only its own response.
@@ -47,16 +48,15 @@ bool exif_response::wait(int timeout_ms)
 
 QByteArray exif_response::data() const
 {
-    if (!complete_.load(std::memory_order_acquire)
-        && !cancelled_.load(std::memory_order_acquire))
+    // The flag publishes the reply; before it the worker may still be writing.
+    if (!stored_.load(std::memory_order_acquire))
         return QByteArray();
     return data_;
 }
 
 bool exif_response::is_ready() const
 {
-    return complete_.load(std::memory_order_acquire)
-           && !cancelled_.load(std::memory_order_acquire);
+    return complete_.load(std::memory_order_acquire) && !cancelled_.load(std::memory_order_acquire);
 }
 
 bool exif_response::is_failed() const
@@ -74,6 +74,7 @@ bool exif_response::is_cancelled() const
 void exif_response::set_reply(const QByteArray &reply)
 {
     data_ = reply;
+    stored_.store(true, std::memory_order_release);
     set_ready();
     wake_owner_thread();
 }

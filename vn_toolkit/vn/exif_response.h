@@ -35,6 +35,8 @@ public:
     // in the event loop: the worker wakes this thread when it completes.
     bool wait(int timeout_ms);
 
+    // The reply once the worker has stored it (also for a cancelled
+    // response), else a null array.
     QByteArray data() const;
     qint32 id() const { return id_; }
     qint64 start_time() const { return start_time_; }
@@ -42,8 +44,11 @@ public:
     bool is_failed() const;
     bool is_cancelled() const;
 
-    // Worker side: stores the reply, then marks it complete unless cancelled.
+    // Worker side: stores the reply, then marks it complete unless cancelled
+    // and wakes the thread that waits for it.
     void set_reply(const QByteArray &reply);
+    // Unless cancelled, sets complete, emits ready(this), then finished().
+    void set_ready();
     // Unless cancelled, clears complete, emits error(code) and finished().
     void set_error(vn::exif_error code);
     // Worker side: the process is gone; the reply will never come.
@@ -61,13 +66,13 @@ signals:
     void finished();                        // after ready or error
 
 private:
-    void set_ready();
     void wake_owner_thread();
 
     const qint32 id_;
     std::atomic<bool> complete_{false};
     std::atomic<bool> cancelled_{false};
     std::atomic<bool> failed_{false};
+    std::atomic<bool> stored_{false}; // data_ holds the reply, also when cancelled
     std::atomic<int> holds_{2};
     QByteArray data_;
     qint64 start_time_;

@@ -65,7 +65,7 @@ void exiftool_worker_init()
     exiftool::thread->setObjectName(QStringLiteral("Exiftol IO Worker"));
     exiftool::thread->start(QThread::InheritPriority);
 
-    exiftool::worker = new exiftool_worker; // no parent: only parentless objects can move
+    exiftool::worker = new exiftool_worker;           // no parent: only parentless objects can move
     exiftool::worker->moveToThread(exiftool::thread); // its QProcess child moves with it
 
     Q_ASSERT(QThread::currentThread() != exiftool::thread); // would deadlock
@@ -91,8 +91,8 @@ void exiftool_worker_init()
 exif_response *exiftool::start_task(const QByteArray &data)
 {
     Q_ASSERT(worker && QThread::currentThread() != thread);
-    auto *response = new exif_response(next_task_id.fetch_add(1, std::memory_order_relaxed),
-                                       thread);
+    auto *response =
+        new exif_response(next_task_id.fetch_add(1, std::memory_order_relaxed), thread);
     if (!worker
         || !QMetaObject::invokeMethod(worker, "add_task", Qt::BlockingQueuedConnection,
                                       Q_ARG(exif_response *, response), Q_ARG(QByteArray, data)))

@@ -26,8 +26,8 @@ const char close_command[] = "-stay_open\n0\n";
 } // namespace
 
 exiftool_worker::exiftool_worker()
-    : process_(new QProcess(this)),
-      restart_open_mode_(QIODevice::ReadWrite | QIODevice::Text | QIODevice::Unbuffered)
+    : process_(new QProcess(this))
+    , restart_open_mode_(QIODevice::ReadWrite | QIODevice::Text | QIODevice::Unbuffered)
 {
     process_->setReadChannel(QProcess::StandardOutput);
     connect(process_, &QProcess::readyReadStandardOutput, this, &exiftool_worker::read_output);
@@ -230,7 +230,8 @@ void exiftool_worker::read_output()
         if (n < 0) {
             qWarning("%s: Reading process output failed: %s (%d).", Q_FUNC_INFO,
                      qUtf8Printable(process_->errorString()), int(process_->error()));
-            continue;
+            // Left for the next readyRead: retrying here could loop forever.
+            return;
         }
         output_.append(chunk, int(n));
         // Searched from the start each time, so a marker split across reads

@@ -124,8 +124,8 @@ void cell::animate_size(int width, int height, float seconds)
     animate(width, height, true, true, seconds, false);
 }
 
-void cell::animate(int target_width, int target_height, bool animate_width, bool animate_height,
-                   float seconds, bool repaint)
+void cell::animate(int target_width, int target_height, bool step_width_track,
+                   bool step_height_track, float seconds, bool repaint)
 {
     if (!layout_ || !layout_->parentWidget()) {
         qWarning("%s: Not animating: the cell stands in no layout of a widget.", Q_FUNC_INFO);
@@ -148,9 +148,9 @@ void cell::animate(int target_width, int target_height, bool animate_width, bool
             top->repaint();
     };
 
-    const int delta_width = animate_width ? track_width() - target_width : 0;
-    const int delta_height = animate_height ? track_height() - target_height : 0;
-    if ((animate_width && delta_width == 0) || (animate_height && delta_height == 0))
+    const int delta_width = step_width_track ? track_width() - target_width : 0;
+    const int delta_height = step_height_track ? track_height() - target_height : 0;
+    if ((step_width_track && delta_width == 0) || (step_height_track && delta_height == 0))
         return;
 
     if (seconds > 0 && seconds * steps_per_second > 0) {
@@ -159,23 +159,23 @@ void cell::animate(int target_width, int target_height, bool animate_width, bool
         const auto passed = [](int value, int target, int delta) {
             return delta > 0 ? value < target : value > target;
         };
-        const std::chrono::duration<double> pause(double(seconds) /
-                                                  double(seconds * steps_per_second));
+        const std::chrono::duration<double> pause(double(seconds)
+                                                  / double(seconds * steps_per_second));
         for (int i = 1; i < seconds * steps_per_second; ++i) {
-            if (animate_width)
+            if (step_width_track)
                 track_width() -= step_width;
-            if (animate_height)
+            if (step_height_track)
                 track_height() -= step_height;
-            if ((animate_width && passed(track_width(), target_width, delta_width))
-                || (animate_height && passed(track_height(), target_height, delta_height)))
+            if ((step_width_track && passed(track_width(), target_width, delta_width))
+                || (step_height_track && passed(track_height(), target_height, delta_height)))
                 break;
             nudge();
             std::this_thread::sleep_for(pause); // restarts itself when a signal interrupts it
         }
     }
-    if (animate_width)
+    if (step_width_track)
         track_width() = target_width;
-    if (animate_height)
+    if (step_height_track)
         track_height() = target_height;
     nudge();
 }

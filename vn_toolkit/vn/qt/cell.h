@@ -92,7 +92,7 @@ public:
 private:
     friend class vn::qt::layout;
 
-    void animate(int target_width, int target_height, bool animate_width, bool animate_height,
+    void animate(int target_width, int target_height, bool step_width_track, bool step_height_track,
                  float seconds, bool repaint);
 
     // QPointer: a widget deleted by its parent must not leave the layout

@@ -53,7 +53,7 @@ struct keyword_value
 // Two ints, as in size = {27, 27} (width, height) or offset = {2, 3} (x, y).
 struct int2
 {
-    constexpr int2(int first, int second) : first(first), second(second) {}
+    constexpr int2(int a, int b) : first(a), second(b) {}
     int first;
     int second;
 };
@@ -61,10 +61,7 @@ struct int2
 // Four ints in the order top, right, bottom, left: margin = {5, 0, 5, 10}.
 struct int4
 {
-    constexpr int4(int top, int right, int bottom, int left)
-        : top(top), right(right), bottom(bottom), left(left)
-    {
-    }
+    constexpr int4(int t, int r, int b, int l) : top(t), right(r), bottom(b), left(l) {}
     int top;
     int right;
     int bottom;

@@ -3,6 +3,7 @@
 #include <vn/exception.h>
 
 #include <QAbstractButton>
+#include <QThread>
 #include <QWidget>
 
 #include <algorithm>
@@ -133,8 +134,8 @@ QWidget *layout::add(QWidget *widget)
 cell *layout::place(const cell &item, int column, int row, bool skip_fill)
 {
     if (column < 0 || row < 0) {
-        qWarning("%s: Not placing a cell at column %d, row %d: positions start at 0.",
-                 Q_FUNC_INFO, column, row);
+        qWarning("%s: Not placing a cell at column %d, row %d: positions start at 0.", Q_FUNC_INFO,
+                 column, row);
         return nullptr;
     }
     adopt(item.widget());
@@ -172,6 +173,8 @@ cell *layout::cell_at(int column, int row)
 
 cell &layout::store(const cell &item, position where)
 {
+    // cells_by_widget and current_cell have no lock: the GUI thread alone may touch them
+    Q_ASSERT(QThread::currentThread() == thread());
     auto it = cells_.find(where);
     if (it == cells_.end()) {
         it = cells_.emplace(where, item).first;
@@ -264,8 +267,9 @@ void layout::adopt(QWidget *child) const
     QWidget *parent = parentWidget();
     if (!child || !parent || child->parentWidget() == parent)
         return;
-    const bool show = parent->isVisible()
-        && !(child->isHidden() && child->testAttribute(Qt::WA_WState_ExplicitShowHide));
+    const bool show
+        = parent->isVisible()
+          && !(child->isHidden() && child->testAttribute(Qt::WA_WState_ExplicitShowHide));
     child->setParent(parent);
     if (show)
         child->show();
@@ -376,17 +380,16 @@ void layout::setGeometry(const QRect &rect)
             for (int i = 0; i < item.row_span; ++i)
                 slot_height += track(row_heights_, r + i, auto_height);
 
-            const extent across = place_in_slot(x, slot_width, item.width, item.margin_left,
-                                                item.margin_right, item.padding_left,
-                                                item.padding_right);
-            const extent down = place_in_slot(y, slot_height, item.height, item.margin_top,
-                                              item.margin_bottom, item.padding_top,
-                                              item.padding_bottom);
+            const extent across
+                = place_in_slot(x, slot_width, item.width, item.margin_left, item.margin_right,
+                                item.padding_left, item.padding_right);
+            const extent down
+                = place_in_slot(y, slot_height, item.height, item.margin_top, item.margin_bottom,
+                                item.padding_top, item.padding_bottom);
             if (item.widget_) {
                 item.widget_->move(int(across.start) + item.offset_x,
                                    int(down.start) + item.offset_y);
-                item.widget_->setFixedSize(non_negative(across.length),
-                                           non_negative(down.length));
+                item.widget_->setFixedSize(non_negative(across.length), non_negative(down.length));
             }
             if (item.background_) {
                 QWidget *background = item.background_;
@@ -408,6 +411,12 @@ void layout::setGeometry(const QRect &rect)
         }
         y += track(row_heights_, r, auto_height);
     }
+}
+
+void layout::place_now()
+{
+    same_size_count_ = 0;
+    setGeometry(geometry());
 }
 
 QLayoutItem *layout::itemAt(int index) const

@@ -83,6 +83,9 @@ public:
     // rectangle is ignored. One size gets five passes at most: further calls
     // return at once until the parent's size changes.
     void setGeometry(const QRect &rect) override;
+    // Runs a geometry pass now, past the repeat guard, for a caller that has
+    // changed a placed cell while the parent's size stays.
+    void place_now();
     QLayoutItem *itemAt(int index) const override;
     QLayoutItem *takeAt(int index) override;
     int count() const override;

@@ -28,8 +28,8 @@ widget_fold::widget_fold(QString text, QPushButton *button, double seconds, int 
 
     auto *content = new QWidget;
     content_layout_ = new vn::qt::layout(content, 1, false);
-    main_layout_->add(cell(content, vn::qt::margin_top = 0, vn::qt::height = 400,
-                           vn::qt::column_span = 2));
+    main_layout_->add(
+        cell(content, vn::qt::margin_top = 0, vn::qt::height = 400, vn::qt::column_span = 2));
 
     // The holding cell exists only once the caller has added the fold to its
     // layout, after this constructor; the second shot comes after the first
@@ -59,8 +59,12 @@ void widget_fold::synchronise()
     if (!holder)
         return;
     cell *content = main_layout_->cell_at(0, 1);
-    if (content)
-        content->height = float(holder->parent_layout()->row_height(holder->row));
+    const float open = float(holder->parent_layout()->row_height(holder->row));
+    if (!content || content->height == open)
+        return;
+    content->height = open;
+    // The fold's own size stays, so no resize would place the content anew.
+    main_layout_->place_now();
 }
 
 // Blocks for the length of the animation.
