@@ -1,9 +1,12 @@
 #include <vn/application_log.h>
 
+#include <QAbstractButton>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QTextEdit>
+#include <QPlainTextEdit>
 #include <QtTest>
 
 #include <iostream>
@@ -28,6 +31,9 @@ private slots:
     void save_format_data();
     void save_format();
     void two_threads_write_whole_lines();
+    void clear_button_asks_data();
+    void clear_button_asks();
+    void failed_save_warns_without_success_box();
 
 private:
     vn::application_log *log = nullptr;
@@ -93,6 +99,10 @@ void tst_application_log::filtered_text_data()
     QTest::addRow("empty lines dropped") << "ab\n\nab\n" << "a" << "ab\nab\n";
     QTest::addRow("last line gets a line feed") << "x1\nx2" << "x" << "x1\nx2\n";
     QTest::addRow("nothing matches") << "a\nb\n" << "zz" << "";
+    QTest::addRow("two hits on one line, kept once") << "xaxa\nb\n" << "a" << "xaxa\n";
+    QTest::addRow("hit at start and end of text") << "ab\nc\nab" << "ab" << "ab\nab\n";
+    QTest::addRow("line feed in filter matches nothing") << "a\nb\n" << "a\nb" << "";
+    QTest::addRow("filter longer than a line") << "ab\nabc\n" << "abc" << "abc\n";
     QTest::addRow("umlaut case") << QString::fromUtf8("ÄRGER\nok\n") << QString::fromUtf8("ärg")
                                  << QString::fromUtf8("ÄRGER\n");
 }
@@ -247,6 +257,93 @@ void tst_application_log::tab_bar_only_with_second_tab()
     log->add_data("Second", "x\n");
     QCOMPARE(tabs->count(), 2);
     QVERIFY(tabs->tabBar()->isVisible());
+}
+
+// Answers each message box that comes up with the button labelled `answer`,
+// and records the titles in the order the boxes came.
+class box_answerer : public QObject
+{
+public:
+    box_answerer(const QString &answer) : answer_(answer)
+    {
+        connect(&timer_, &QTimer::timeout, this, [this] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box)
+                return;
+            titles << box->windowTitle();
+            for (QAbstractButton *button : box->buttons()) {
+                if (button->text().remove('&') == answer_)
+                    return button->click();
+            }
+            box->reject();
+        });
+        timer_.start(10);
+    }
+    QStringList titles;
+
+private:
+    QString answer_;
+    QTimer timer_;
+};
+
+static QPushButton *button(QWidget *window, const QString &text)
+{
+    const auto buttons = window->findChildren<QPushButton *>();
+    for (QPushButton *b : buttons) {
+        if (b->text() == text)
+            return b;
+    }
+    return nullptr;
+}
+
+void tst_application_log::clear_button_asks_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("cleared");
+    QTest::addRow("yes clears") << "Yes" << true;
+    QTest::addRow("no keeps") << "No" << false;
+}
+
+void tst_application_log::clear_button_asks()
+{
+    QFETCH(QString, answer);
+    QFETCH(bool, cleared);
+
+    std::cout << "kept or not\n" << std::flush;
+    received();
+    log->add_data("Second", "second tab text\n");
+    box_answerer answerer(answer);
+    QPushButton *clear = button(log->window(), "Clear log");
+    QVERIFY(clear);
+    clear->click();
+    QCOMPARE(answerer.titles, QStringList({"Clear application logs"}));
+    QCOMPARE(log->tab_text(app_tab).isEmpty(), cleared);
+    QCOMPARE(log->tab_text("Second").isEmpty(), cleared);
+    QCOMPARE(log->view("Second")->toPlainText().isEmpty(), cleared);
+}
+
+void tst_application_log::failed_save_warns_without_success_box()
+{
+    QTemporaryDir home;
+    QVERIFY(home.isValid());
+    const QByteArray old_home = qgetenv("HOME");
+    const QByteArray old_config = qgetenv("XDG_CONFIG_HOME");
+    qputenv("HOME", home.path().toUtf8());
+    qputenv("XDG_CONFIG_HOME", (home.path() + "/.config").toUtf8());
+    // A directory where the file should be makes the open fail, even for root.
+    QVERIFY(QDir(home.path()).mkpath("Desktop"));
+    const QString blocked = vn::application_log::log_file_name();
+    QVERIFY(QDir().mkpath(blocked));
+
+    received();
+    box_answerer answerer("OK");
+    button(log->window(), "Save to disk")->click();
+    const QString second_name = vn::application_log::log_file_name();
+    qputenv("HOME", old_home);
+    qputenv("XDG_CONFIG_HOME", old_config);
+    if (second_name != blocked)
+        QSKIP("the clock passed a second boundary; the file name changed");
+    QCOMPARE(answerer.titles, QStringList({"Failed to save application logs"}));
 }
 
 QTEST_MAIN(tst_application_log)

@@ -64,7 +64,9 @@ void tst_diagnostics::application_report()
 
 #if defined(__clang__)
     const QString compiler = QString("clang Version: %1.%2.%3")
-                                 .arg(__clang_major__).arg(__clang_minor__).arg(__clang_patchlevel__);
+                                 .arg(__clang_major__)
+                                 .arg(__clang_minor__)
+                                 .arg(__clang_patchlevel__);
 #elif defined(__GNUC__)
     const QString compiler = QString("gcc Version: %1.%2.%3")
                                  .arg(__GNUC__).arg(__GNUC_MINOR__).arg(__GNUC_PATCHLEVEL__);

@@ -33,6 +33,8 @@ private slots:
     void help_page_data();
     void help_page();
     void help_page_missing_warns();
+    void translators_follow_language_data();
+    void translators_follow_language();
     void language_change_data();
     void language_change();
 
@@ -129,12 +131,33 @@ void tst_language::help_page_missing_warns()
     QSettings().setValue("lang", "de");
     const QString name_template = pages.path() + "/missing_%1.html";
     QTest::ignoreMessage(QtWarningMsg,
-                         qPrintable("QString show_help_page(const QString&): Could not open help file "
-                                    "for language en with template "
+                         qPrintable("QString show_help_page(const QString&): Could not open "
+                                    "help file for language en with template "
                                     + name_template + " resulting in "
                                     + name_template.arg("en")));
     QCOMPARE(show_help_page(name_template), QString());
     QVERIFY(catcher.urls.isEmpty());
+}
+
+void tst_language::translators_follow_language_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<QString>("expected");
+    // Translators stay installed for the whole process, so the language
+    // without a catalogue comes first.
+    QTest::addRow("unknown code: no catalogue, source text") << "xx" << "&Yes";
+    QTest::addRow("French: Qt has its own catalogue") << "fr" << "&Oui";
+    QTest::addRow("German: Qt's own catalogue") << "de" << "&Ja";
+}
+
+void tst_language::translators_follow_language()
+{
+    QFETCH(QString, stored);
+    QFETCH(QString, expected);
+
+    QSettings().setValue("lang", stored);
+    install_translators();
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), expected);
 }
 
 void tst_language::language_change_data()

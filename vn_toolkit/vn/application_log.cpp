@@ -11,11 +11,14 @@
 #include <QGridLayout>
 #include <QIcon>
 #include <QLineEdit>
+#include <QPlainTextDocumentLayout>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStandardPaths>
 #include <QTabWidget>
 #include <QTextCursor>
+#include <QTextDocument>
 #include <QTextEdit>
 #include <QVector>
 
@@ -85,6 +88,11 @@ application_log::application_log(QObject *parent) : QObject(parent)
     connect(network_button_, &QPushButton::clicked, this,
             &application_log::on_network_button_clicked);
     connect(&poll_timer_, &QTimer::timeout, this, &application_log::poll);
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] {
+        poll_timer_.stop();
+        delete window_;
+        window_ = nullptr;
+    });
     poll_timer_.setInterval(100);
     poll_timer_.start();
 }
@@ -98,7 +106,12 @@ application_log::~application_log()
         streams_tapped = false;
     }
     poll_timer_.stop();
-    delete window_;
+    // Widgets can only go while the application object exists. When the log
+    // dies as the application's child, QCoreApplication::instance() is
+    // already null and the process ends right after; aboutToQuit has taken
+    // the window away in a normal run.
+    if (QCoreApplication::instance())
+        delete window_;
     if (the_log == this)
         the_log = nullptr;
 }
@@ -137,10 +150,58 @@ application_log::log_tab &application_log::tab(const QString &name)
         return it.value();
     log_tab &entry = tabs_[name];
     entry.name = name;
-    entry.view = new QTextEdit(window_);
+    entry.view = new QPlainTextEdit(window_);
     entry.view->setReadOnly(true);
+    // Two documents per view, both owned by the view (not by its text
+    // control, which would delete a document it lets go): the whole log,
+    // kept while a filter is set, and the filtered lines. Switching between
+    // them spares rebuilding and tearing down the whole log on every change
+    // of the filter.
+    entry.full_document = new_log_document(entry.view);
+    entry.filtered_document = new_log_document(entry.view);
+    entry.view->setDocument(entry.full_document);
     entry.index = tab_widget_->addTab(entry.view, name);
     return entry;
+}
+
+QTextDocument *application_log::new_log_document(QPlainTextEdit *view)
+{
+    auto *document = new QTextDocument(view);
+    document->setDocumentLayout(new QPlainTextDocumentLayout(document));
+    document->setDefaultFont(view->font());
+    // A log is never edited: an undo history would only double its memory.
+    document->setUndoRedoEnabled(false);
+    return document;
+}
+
+void application_log::append_plain(QTextDocument *document, const QString &data)
+{
+    // Inserted at the very end, so that the view shows exactly `text`;
+    // appendPlainText() would start a new paragraph and add a blank line.
+    // The edit block is opened before the cursor moves: a cursor moved
+    // outside one asks the layout for its x position at once. Inside, the
+    // view is told of all new lines in one change.
+    QTextCursor cursor(document);
+    cursor.beginEditBlock();
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(data);
+    cursor.endEditBlock();
+}
+
+void application_log::show_filtered(log_tab &entry, const QString &filter)
+{
+    if (filter.isEmpty()) {
+        if (!entry.pending.isEmpty()) {
+            append_plain(entry.full_document, entry.pending);
+            entry.pending.clear();
+        }
+        if (entry.view->document() != entry.full_document)
+            entry.view->setDocument(entry.full_document);
+        return;
+    }
+    entry.filtered_document->setPlainText(filtered_text(entry.text, filter));
+    if (entry.view->document() != entry.filtered_document)
+        entry.view->setDocument(entry.filtered_document);
 }
 
 QString application_log::filtered_text(const QString &text, const QString &filter)
@@ -148,12 +209,23 @@ QString application_log::filtered_text(const QString &text, const QString &filte
     if (filter.isEmpty())
         return text;
     QString result;
-    const QVector<QStringRef> lines = text.splitRef(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QStringRef &line : lines) {
-        if (line.contains(filter, Qt::CaseInsensitive)) {
-            result += line;
-            result += QLatin1Char('\n');
-        }
+    if (filter.contains(QLatin1Char('\n'))) // no line can hold a line feed
+        return result;
+    // One case-insensitive search through the whole text, taking the line
+    // around each hit, is several times faster than splitting into lines and
+    // testing each; the lines kept are the same.
+    int from = 0;
+    while (from < text.size()) {
+        const int hit = text.indexOf(filter, from, Qt::CaseInsensitive);
+        if (hit < 0)
+            break;
+        const int start = hit == 0 ? 0 : text.lastIndexOf(QLatin1Char('\n'), hit - 1) + 1;
+        int end = text.indexOf(QLatin1Char('\n'), hit + filter.size());
+        if (end < 0)
+            end = text.size();
+        result += QStringView(text).mid(start, end - start);
+        result += QLatin1Char('\n');
+        from = end + 1;
     }
     return result;
 }
@@ -163,12 +235,12 @@ QString application_log::tab_text(const QString &name) const
     return tabs_.value(name).text;
 }
 
-QTextEdit *application_log::view(const QString &name) const
+QPlainTextEdit *application_log::view(const QString &name) const
 {
     return tabs_.value(name).view;
 }
 
-void application_log::scroll_to_end(QTextEdit *view)
+void application_log::scroll_to_end(QPlainTextEdit *view)
 {
     QScrollBar *bar = view->verticalScrollBar();
     bar->setValue(bar->maximum());
@@ -178,14 +250,13 @@ void application_log::append_to_tab(log_tab &entry, const QString &data)
 {
     entry.text += data;
     const QString filter = filter_edit_->text();
-    if (filter.isEmpty()) {
-        // Inserted as plain text at the end, so that the view shows exactly
-        // `text`; append() would read lines with tags as rich text.
-        QTextCursor cursor(entry.view->document());
-        cursor.movePosition(QTextCursor::End);
-        cursor.insertText(data);
+    if (filter.isEmpty() && entry.pending.isEmpty()
+        && entry.view->document() == entry.full_document) {
+        append_plain(entry.full_document, data);
     } else {
-        entry.view->setPlainText(filtered_text(entry.text, filter));
+        // The whole-log document catches up when the filter is cleared.
+        entry.pending += data;
+        show_filtered(entry, filter);
     }
     if (!entry.view->hasFocus())
         scroll_to_end(entry.view);
@@ -193,7 +264,7 @@ void application_log::append_to_tab(log_tab &entry, const QString &data)
 
 void application_log::poll()
 {
-    if (!window_->isVisible())
+    if (!window_ || !window_->isVisible())
         return;
     std::string taken;
     {
@@ -209,6 +280,8 @@ void application_log::poll()
 
 void application_log::add_data(const QString &name, const QString &data)
 {
+    if (!window_) // the application is quitting; the views are gone
+        return;
     append_to_tab(tab(name), data);
 }
 
@@ -217,7 +290,7 @@ void application_log::refilter(int index)
     if (index < 0)
         return;
     log_tab &entry = tab(tab_widget_->tabText(index));
-    entry.view->setPlainText(filtered_text(entry.text, filter_edit_->text()));
+    show_filtered(entry, filter_edit_->text());
     scroll_to_end(entry.view);
 }
 
@@ -243,6 +316,8 @@ void application_log::run_command()
 
 void application_log::open_log_window()
 {
+    if (!window_)
+        return;
     if (window_->isVisible()) {
         window_->raise();
         window_->activateWindow();
@@ -319,7 +394,9 @@ void application_log::clear_logs()
 {
     for (log_tab &entry : tabs_) {
         entry.text.clear();
-        entry.view->clear();
+        entry.pending.clear();
+        entry.full_document->clear();
+        entry.filtered_document->clear();
     }
 }
 

@@ -16,6 +16,8 @@ QT_BEGIN_NAMESPACE
 class QLineEdit;
 class QPushButton;
 class QTabWidget;
+class QTextDocument;
+class QPlainTextEdit;
 class QTextEdit;
 class QWidget;
 QT_END_NAMESPACE
@@ -34,12 +36,18 @@ class application_log : public QObject
     Q_DISABLE_COPY(application_log)
 
 public:
+    // The views are plain-text editors: their layout covers only the lines
+    // on screen, so appending to or rebuilding a log of 200,000 lines never
+    // lays out the whole text, as a rich-text editor would (seconds).
     struct log_tab
     {
         QString name;
-        QTextEdit *view = nullptr;
+        QPlainTextEdit *view = nullptr;
         QString text; // the whole log of the tab, whatever the filter shows
         int index = -1;
+        QTextDocument *full_document = nullptr;     // `text` less `pending`
+        QTextDocument *filtered_document = nullptr; // shown while a filter is set
+        QString pending; // came while filtered; not yet in full_document
     };
 
     struct log_command
@@ -67,7 +75,7 @@ public:
     QWidget *window() const { return window_; }
     QLineEdit *filter_edit() const { return filter_edit_; }
     QTabWidget *tab_widget() const { return tab_widget_; }
-    QTextEdit *view(const QString &name) const;
+    QPlainTextEdit *view(const QString &name) const;
 
     // Log text in the saved file's format: header, network report, all tabs.
     QString log_file_text() const;
@@ -97,7 +105,10 @@ private:
     void on_save_button_clicked();
     void on_clear_button_clicked();
     void on_network_button_clicked();
-    static void scroll_to_end(QTextEdit *view);
+    static void scroll_to_end(QPlainTextEdit *view);
+    static QTextDocument *new_log_document(QPlainTextEdit *view);
+    static void append_plain(QTextDocument *document, const QString &data);
+    static void show_filtered(log_tab &entry, const QString &filter);
 
     QWidget *window_ = nullptr;
     QLineEdit *filter_edit_ = nullptr;

@@ -33,7 +33,8 @@ const char *level_prefix(QtMsgType type)
 
 // Qt's PNG reader prints this for many harmless images; it says nothing about
 // the user's photos, so it never reaches the streams.
-const QString dropped_libpng_line = QStringLiteral("libpng warning: iCCP: known incorrect sRGB profile");
+const QString dropped_libpng_line
+    = QStringLiteral("libpng warning: iCCP: known incorrect sRGB profile");
 
 bool on_gui_thread()
 {
