@@ -856,8 +856,10 @@ void MainWindow::on_undo_clicked()
 {
     if (flow_running_)
         return;
-    begin_flow();
     undo_button->setEnabled(false);
+    if (undo_tags.isEmpty())
+        return; // a progress dialog of no steps would stay open
+    begin_flow();
     gps_writer::undo(undo_tags, start_sync_progress(undo_tags.size()));
     end_flow();
 }

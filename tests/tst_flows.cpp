@@ -569,9 +569,15 @@ void tst_flows::questions()
     // count goes, and comes back with the undo.
     if (mode == QLatin1String("typed"))
         QVERIFY(!gps_state(files.at(1)).contains("GPS:GPSSatellites"));
+    QVERIFY(!window_->sync_progress->isVisible());
     window_->on_undo_clicked();
+    QVERIFY(!window_->sync_progress->isVisible());
+    QVERIFY(!window_->undo_button->isEnabled());
     for (const QString &file : files)
         QCOMPARE(state_difference(states[file], gps_state(file)), QString());
+    // Once only: a second undo finds nothing to write.
+    window_->on_undo_clicked();
+    QVERIFY(!window_->sync_progress->isVisible());
     QCOMPARE(gps_state(files.at(1)).value("GPS:GPSSatellites"), QStringLiteral("06"));
 }
 
@@ -773,6 +779,9 @@ void tst_flows::gpx_tracks_data()
                       "</trkseg></trk></gpx>")
         << "Load all tracks"
         << "Merged Track" << 4 << QStringList({"Load all tracks", "A (3 Points)", "B (1 Points)"});
+    QTest::addRow("huge single track")
+        << "dg100.gpx" << QByteArray() << "-"
+        << "DG-100 tracklog (2020/02/14 18:04:30)" << 12027 << QStringList();
     QTest::addRow("route only") << "route.gpx" << QByteArray() << "-"
                                 << "" << 0 << QStringList();
     QTest::addRow("empty file") << "<made>.gpx" << QByteArray() << "-"
