@@ -41,6 +41,9 @@ private slots:
     void questions_data();
     void questions();
 
+    void remove_questions_data();
+    void remove_questions();
+
     void unwritable_positions_data();
     void unwritable_positions();
 
@@ -579,6 +582,77 @@ void tst_flows::questions()
     window_->on_undo_clicked();
     QVERIFY(!window_->sync_progress->isVisible());
     QCOMPARE(gps_state(files.at(1)).value("GPS:GPSSatellites"), QStringLiteral("06"));
+}
+
+void tst_flows::remove_questions_data()
+{
+    QTest::addColumn<QStringList>("photos");
+    QTest::addColumn<int>("no_at");
+    QTest::addColumn<int>("expected_questions");
+
+    const QStringList with_video = {"DSCN0010.jpg", "Kodak_CX7530.jpg", "with-gps.mov"};
+    QTest::addRow("No to the confirmation") << with_video << 0 << 1;
+    QTest::addRow("No to QuickTime") << with_video << 1 << 2;
+    QTest::addRow("Yes to both") << with_video << -1 << 2;
+    QTest::addRow("photos only") << QStringList({"DSCN0010.jpg", "Kodak_CX7530.jpg"}) << -1 << 1;
+}
+
+void tst_flows::remove_questions()
+{
+    QFETCH(QStringList, photos);
+    QFETCH(int, no_at);
+    QFETCH(int, expected_questions);
+
+    QStringList files;
+    QMap<QString, QByteArray> hashes;
+    QMap<QString, exif_tag_map> states;
+    for (const QString &name : photos) {
+        files << copy_photo(name);
+        hashes[files.last()] = file_hash(files.last());
+        states[files.last()] = gps_state(files.last());
+    }
+    window_->closest_radio->click();
+    load(files);
+    const exif_tag_map earlier = {{"GPSLatitude", "1 deg 0' 0.00\" N"}};
+    window_->undo_tags.insert(root_ + "/earlier.jpg", earlier);
+    answer_all(QMessageBox::Yes, no_at);
+
+    window_->on_remove_gps_clicked();
+
+    QCOMPARE(asked_.size(), expected_questions);
+    QCOMPARE(asked_.first().title, QStringLiteral("Confirm"));
+    QCOMPARE(asked_.first().text,
+             QStringLiteral("Do you really want to delete all GPS information from all currently "
+                            "loaded (%1) images?")
+                 .arg(files.size()));
+    QCOMPARE(asked_.first().yes_text, QString()); // plain Yes and No
+    QCOMPARE(asked_.first().default_button, QMessageBox::NoButton);
+    if (expected_questions == 2) {
+        QCOMPARE(asked_.at(1).title, QStringLiteral("Confirm"));
+        QVERIFY(asked_.at(1).text.startsWith("QuickTime GPS coordinates are read only"));
+        QCOMPARE(asked_.at(1).yes_text, QStringLiteral("Continue"));
+        QCOMPARE(asked_.at(1).no_text, QStringLiteral("Abort"));
+    }
+    if (no_at >= 0) {
+        QCOMPARE(window_->model->rowCount(), files.size());
+        QCOMPARE(window_->undo_tags.keys(), QStringList({root_ + "/earlier.jpg"}));
+        for (const QString &file : files)
+            QVERIFY2(file_hash(file) == hashes[file], qPrintable(file));
+        return;
+    }
+    // Every row is written, source photos too, and the sync button keeps
+    // its state.
+    QCOMPARE(window_->model->rowCount(), 0);
+    QCOMPARE(window_->undo_tags.keys(), files);
+    QVERIFY(window_->sync_button->isEnabled());
+    QVERIFY(window_->undo_button->isEnabled());
+    for (const QString &file : files) {
+        QVERIFY2(!vn::exiftool::read_tags(file, true).contains("GPS:GPSLatitude"),
+                 qPrintable(file));
+    }
+    window_->on_undo_clicked();
+    for (const QString &file : files)
+        QCOMPARE(state_difference(states[file], gps_state(file)), QString());
 }
 
 void tst_flows::unwritable_positions_data()
