@@ -149,14 +149,14 @@ QString state_difference(const exif_tag_map &before, const exif_tag_map &after)
     return lines.join(QStringLiteral("; "));
 }
 
-// What -validate warns about in a file, without the count line. A process
+// What -validate warns and errs about in a file, without the count line. A process
 // that stays open names an unknown maker note by the directory it read last
 // ("Unrecognized MakerNoteUnknown" where a fresh one says "MakerNotes").
 QSet<QString> validate_warnings(const QString &file)
 {
     static const QRegularExpression unknown_maker_note(QStringLiteral("MakerNote\\w*$"));
     vn::exif_response *response = vn::exiftool::start_task(
-        (QStringLiteral("-validate\n-warning\n-a\n") + file + QLatin1Char('\n')).toUtf8());
+        (QStringLiteral("-validate\n-warning\n-error\n-a\n") + file + QLatin1Char('\n')).toUtf8());
     QSet<QString> warnings;
     if (response->wait(vn::exiftool::time_limit_ms)) {
         const QStringList lines =
