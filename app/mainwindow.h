@@ -76,16 +76,18 @@ private slots:
     void on_load_clicked();
     void on_clear_list_clicked();
     void on_settings_clicked();
-    // TODO: the write flow (ask, note old tags in undo_tags, write, empty the
-    // table) waits for the tag writer of the ExifTool bridge.
+    // TODO: the write flow (ask, note each file's old tags in undo_tags,
+    // write, empty the table) is not written yet; until it is, this does
+    // nothing. It must run between begin_flow and end_flow, like a load.
     void on_sync_clicked();
-    // TODO: waits for the write flow above, whose undo record it writes back.
+    // TODO: writes undo_tags back once; waits for the write flow that fills it.
     void on_undo_clicked();
-    // TODO: waits for the tag writer of the ExifTool bridge.
+    // TODO: the flow that removes all GPS tags is not written yet.
     void on_remove_gps_clicked();
-    // TODO: waits for the GPX reader, which gives the tracks to choose from.
+    // TODO: the track choice (file dialog through choose_gpx_files, GPX
+    // reader, track name, model track) is not written yet.
     void on_load_gpx_clicked();
-    // TODO: waits for the toolkit's About dialog.
+    // TODO: opens the About dialog once the window is wired to it.
     void about();
 
     void update_source_controls();
