@@ -30,6 +30,7 @@
 #include <QButtonGroup>
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFileOpenEvent>
@@ -79,6 +80,7 @@ const QString key_last_image_load_path = QStringLiteral("last_image_load_path");
 const QString key_last_gpx_load_path = QStringLiteral("last_gpx_load_path");
 const QString key_sync_order = QStringLiteral("sync_order");
 const quint32 default_sync_order = 2; // closest
+constexpr qint64 repaint_interval_ms = 100;
 
 // "12" -> 12; "", "0", "x" -> -1, which the model reads as "no limit".
 int minutes_or_no_limit(const QString &text)
@@ -705,6 +707,19 @@ void MainWindow::run_load(const QStringList &files)
     load_progress->setValue(0);
     QCoreApplication::processEvents(); // shows the dialog before the first file blocks
 
+    // Painting the table and the bar after every file cost the GUI thread more
+    // than the file's own bookkeeping (1.4 ms a file); ten pictures a second
+    // still show every row and count arrive.
+    QProgressBar *bar = load_progress->findChild<QProgressBar *>();
+    const auto paint = [&](bool enabled) {
+        table_view->setUpdatesEnabled(enabled);
+        if (bar)
+            bar->setUpdatesEnabled(enabled);
+    };
+    QElapsedTimer since_paint;
+    since_paint.start();
+    paint(false);
+
     int count = 0;
     for (const QString &path : files) {
         if (has_supported_extension(path)) {
@@ -714,9 +729,17 @@ void MainWindow::run_load(const QStringList &files)
             else
                 model->add_file(path);
         }
+        const bool show = since_paint.elapsed() >= repaint_interval_ms;
+        if (show) {
+            paint(true);
+            since_paint.restart();
+        }
         load_progress->setValue(++count);
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 50);
+        if (show)
+            paint(false);
     }
+    paint(true);
     model->refresh();
     sync_button->setEnabled(model->rowCount() > 0);
 }
