@@ -953,9 +953,7 @@ void MainWindow::on_load_gpx_clicked()
         track = std::move(*found);
     }
     gpx_name_edit->setText(track.name);
-    model->set_gpx_track(track);
-    // Storing a track doesn't rebuild by itself; the preview must show it now.
-    model->rebuild_cache();
+    model->set_gpx_track(track); // rebuilds the preview
 }
 
 void MainWindow::about()

@@ -50,6 +50,8 @@ private slots:
     void add_file_reads_metadata();
     void add_file_guards_data();
     void add_file_guards();
+    void refused_path_keeps_its_row_data();
+    void refused_path_keeps_its_row();
 
 private:
     QString add_photo(const QString &name, const exif_tag_map &values);
@@ -703,9 +705,6 @@ void tst_table_data_model::add_file_guards_data()
     QTest::addColumn<bool>("relative");
     QTest::addColumn<QString>("warning");
 
-    QTest::addRow("line feed") << "a\nb.jpg" << false << "line break or NUL";
-    QTest::addRow("carriage return") << "a\rb.jpg" << false << "line break or NUL";
-    QTest::addRow("nul") << QString("a") + QChar(0) + "b.jpg" << false << "line break or NUL";
     QTest::addRow("relative") << "c.jpg" << true << "not absolute";
     QTest::addRow("option-like relative") << "-delete_original" << true << "not absolute";
 }
@@ -727,6 +726,40 @@ void tst_table_data_model::add_file_guards()
     QCOMPARE(inserted.count(), 0);
     QCOMPARE(model_->files(), QStringList{good});
     QVERIFY(!exif_cache::instance()->values.contains(path));
+}
+
+void tst_table_data_model::refused_path_keeps_its_row_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addRow("line feed") << "a\n-all=.jpg";
+    QTest::addRow("carriage return") << "a\r-all=.jpg";
+}
+
+// A name that would split ExifTool's argument line never reaches it, yet the
+// file stands in the table with the date of the file, like any photo that
+// ExifTool can't read.
+void tst_table_data_model::refused_path_keeps_its_row()
+{
+    QFETCH(QString, name);
+    const QString path = dir_->path() + "/" + name;
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("not read");
+    file.close();
+
+    QSignalSpy inserted(model_.get(), &QAbstractItemModel::rowsInserted);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Not reading"));
+    model_->add_file(path);
+
+    QCOMPARE(inserted.count(), 1);
+    QCOMPARE(model_->files(), QStringList{path});
+    const auto cache = exif_cache::instance();
+    QVERIFY(cache->tags.value(path).isEmpty());
+    QVERIFY(cache->group_tags.value(path).isEmpty());
+    QCOMPARE(cache->values.value(path).value("has_data"), "true");
+    const QDateTime date = model_->recording_datetime(path);
+    QVERIFY(date.isValid());
+    QVERIFY(qAbs(date.secsTo(QDateTime::currentDateTime())) < 3600);
 }
 
 QTEST_MAIN(tst_table_data_model)

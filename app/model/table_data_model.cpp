@@ -267,14 +267,9 @@ void table_data_model::insert_file(const QString &file, bool read_metadata)
 {
     if (file_set_.contains(file))
         return;
-    if (file.contains(QLatin1Char('\n')) || file.contains(QLatin1Char('\r'))
-        || file.contains(QChar(0))) {
-        qWarning("%s: Refusing a path with a line break or NUL: %s", Q_FUNC_INFO,
-                 qUtf8Printable(QString(file).replace(QLatin1Char('\n'), QLatin1String("\\n"))
-                                    .replace(QLatin1Char('\r'), QLatin1String("\\r"))
-                                    .replace(QChar(0), QLatin1String("\\0"))));
-        return;
-    }
+    // A path with a line break or NUL still gets its row: exif_cache refuses to
+    // hand it to ExifTool and takes the file's own date, as for any file that
+    // ExifTool can't read. The write flows refuse it the same way.
     if (!QDir::isAbsolutePath(file)) {
         qWarning("%s: Refusing a path that is not absolute: %s", Q_FUNC_INFO,
                  qUtf8Printable(file));
@@ -345,6 +340,7 @@ void table_data_model::set_gpx_track(const gpx_track &track)
         track_msecs_.append(slot.key.msecs);
         track_valid_.append(slot.key.valid);
     }
+    rebuild_cache();
 }
 
 QDateTime table_data_model::recording_datetime(const QString &file) const
