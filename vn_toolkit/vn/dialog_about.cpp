@@ -148,8 +148,15 @@ QSize dialog_about::logo_size(const QSize &image, int height)
 
 const QImage &dialog_about::logo()
 {
-    static const QImage image(
-        image_map::path(QStringLiteral("image_logo"), QStringLiteral(":/images/logo.png")));
+    static const QImage image = [] {
+        const QString path =
+            image_map::path(QStringLiteral("image_logo"), QStringLiteral(":/images/logo.png"));
+        QImage loaded(path);
+        if (loaded.isNull())
+            qWarning("%s: Could not load the logo '%s'; the header shows none.", Q_FUNC_INFO,
+                     qUtf8Printable(path));
+        return loaded;
+    }();
     return image;
 }
 
