@@ -176,6 +176,10 @@ void tst_dialog_about::fixed_size()
     QCOMPARE(dialog.minimumSize(), dialog.maximumSize());
     QCOMPARE(dialog.height(), dialog.sizeHint().height());
     QCOMPARE(dialog.width(), int(dialog.sizeHint().width() * 1.2));
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("About"));
+    const Qt::WindowFlags flags = dialog.windowFlags();
+    QVERIFY(!(flags & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint |
+                       Qt::WindowContextHelpButtonHint)));
 
     auto *header = dialog.findChild<QWidget *>(QStringLiteral("logobg"));
     QVERIFY(header);
