@@ -2,13 +2,17 @@
 
 #include <vn/exif_response.h>
 #include <vn/exiftool_worker.h>
+#include <vn/unwritable_tags.h>
 
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QMetaObject>
+#include <QRegularExpression>
 #include <QThread>
 
+#include <algorithm>
 #include <atomic>
+#include <cstring>
 
 namespace vn {
 
@@ -49,6 +53,108 @@ bool is_safe_file(const char *caller, const QString &file)
         return false;
     }
     return true;
+}
+
+// A tag name goes out as "-" and the name on a line of its own, so it must be
+// one argument line and must not read as an option. Allowed: ASCII letters,
+// digits, "_" and "-" (as in "AF-AssistIlluminator"), group prefixes ended by
+// ":" ("XMP-dc:Title", "1IPTC:City"), the wildcards "*" and "?" in the tag
+// part and one trailing "#". Neither part may start with "-", which would
+// make "--Tag" (exclude) or "---" of it.
+const QRegularExpression &tag_name_pattern()
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("\\A(?:[A-Za-z0-9_][A-Za-z0-9_-]*:)*[A-Za-z0-9_*?][A-Za-z0-9_*?-]*#?\\z"));
+    return pattern;
+}
+
+// ExifTool reads an argument as an option before it tries a tag name, and
+// compares option names without regard to case: "-Execute" would end the
+// command early, "-o", "-w" or "-srcfile" would make it write elsewhere.
+// These are the option words of its command line (long forms included),
+// each with an optional number ("-G1", "-fast2", "-execute7"). The part
+// before the first ":" is checked as well, since "-progress:Title" is the
+// progress option with a title.
+const QRegularExpression &option_pattern()
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("\\A(?:"
+                       "a|api|args|argformat|b|binary|c|charset|common_args|composite|config|"
+                       "coordformat|csv|csvdelim|d|dateformat|decimal|delete_original|"
+                       "duplicates|e|ec|echo|ee|efile|escapec|escapehtml|escapexml|ex|exclude|"
+                       "execute|ext|extension|extractembedded|f|fast|fileorder|fixbase|"
+                       "forceprint|g|geotag|globaltimeshift|groupheadings|groupnames|h|hex|"
+                       "htmldump|htmlformat|i|if|ignore|ignoreminorerrors|j|json|k|l|lang|latin|"
+                       "list|listd|listf|listg|listitem|listr|listw|listwf|listx|list_dir|long|"
+                       "m|n|o|out|overwrite_original|overwrite_original_in_place|p|password|"
+                       "pause|php|preserve|printconv|printformat|progress|q|quiet|r|recurse|"
+                       "restore_original|s|scanforxmp|sep|separator|short|sort|srcfile|"
+                       "stay_open|struct|t|tab|table|tagout|tagoutext|tagsfromfile|textout|u|"
+                       "unknown|unknown2|use|userparam|v|ver|verbose|veryshort|w|wext|wm|"
+                       "writemode|x|xmlformat|z|zip"
+                       ")[0-9]*(?::|#?\\z)"),
+        QRegularExpression::CaseInsensitiveOption);
+    return pattern;
+}
+
+bool is_safe_tag_name(const char *caller, const QString &name)
+{
+    if (breaks_argument_line(name)) {
+        qWarning("%s: Refusing tag name with a line break or NUL: '%s'.", caller,
+                 qUtf8Printable(QString(name).replace(QChar(0), QLatin1Char(' '))));
+        return false;
+    }
+    if (!tag_name_pattern().match(name).hasMatch()) {
+        qWarning("%s: Refusing tag name that isn't a plain tag name: '%s'.", caller,
+                 qUtf8Printable(name));
+        return false;
+    }
+    if (option_pattern().match(name).hasMatch()) {
+        qWarning("%s: Refusing tag name that ExifTool takes for an option: '%s'.", caller,
+                 qUtf8Printable(name));
+        return false;
+    }
+    return true;
+}
+
+bool is_unwritable(const QString &key)
+{
+    const QByteArray bytes = key.toUtf8();
+    const tag_name *end = unwritable_tags + unwritable_tags_count;
+    const auto less = [](const tag_name &a, const tag_name &b) {
+        const int common = std::min(a.length, b.length);
+        const int order = std::memcmp(a.text, b.text, size_t(common));
+        return order < 0 || (order == 0 && a.length < b.length);
+    };
+    const tag_name wanted{bytes.size(), bytes.constData()};
+    const tag_name *found = std::lower_bound(unwritable_tags, end, wanted, less);
+    return found != end && !less(wanted, *found);
+}
+
+// Adobe's look presets: readable and listed as writable, but they only make
+// sense together with the profile they came from.
+const QStringList &look_tags()
+{
+    static const QStringList tags{
+        QStringLiteral("LookAmount"),
+        QStringLiteral("LookGroup"),
+        QStringLiteral("LookName"),
+        QStringLiteral("LookParametersCameraProfile"),
+        QStringLiteral("LookParametersConvertToGrayscale"),
+        QStringLiteral("LookParametersLookTable"),
+        QStringLiteral("LookParametersProcessVersion"),
+        QStringLiteral("LookParametersToneCurvePV2012"),
+        QStringLiteral("LookParametersToneCurvePV2012Blue"),
+        QStringLiteral("LookParametersToneCurvePV2012Green"),
+        QStringLiteral("LookParametersToneCurvePV2012Red"),
+        QStringLiteral("LookParametersVersion"),
+        QStringLiteral("LookSupportsAmount"),
+        QStringLiteral("LookSupportsMonochrome"),
+        QStringLiteral("LookSupportsOutputReferred"),
+        QStringLiteral("LookUuid"),
+        QStringLiteral("OverrideLookVignette"),
+    };
+    return tags;
 }
 } // namespace
 
@@ -201,6 +307,64 @@ bool exiftool::write_tags(const QString &file, const exif_tag_map &tags)
     qWarning("%s: Failed to execute command on '%s': '%s'.", Q_FUNC_INFO, qUtf8Printable(file),
              qUtf8Printable(text));
     return false;
+}
+
+// Blocks with events running (no user input) for up to 60 s. GUI thread only.
+// For Make and Model the command reads "-Make\n-Model\n/photos/a.jpg\n".
+exif_tag_map exiftool::read_tags(const QString &file, const QStringList &tags)
+{
+    if (!is_safe_file(Q_FUNC_INFO, file))
+        return exif_tag_map();
+    for (const QString &tag : tags)
+        if (!is_safe_tag_name(Q_FUNC_INFO, tag))
+            return exif_tag_map();
+    exiftool_worker_init();
+
+    QString command;
+    for (const QString &tag : tags)
+        command += QLatin1Char('-') + tag + QLatin1Char('\n');
+    command += file + QLatin1Char('\n');
+
+    exif_response *response = start_task(command.toUtf8());
+    exif_tag_map result;
+    if (response->wait(time_limit_ms))
+        result = parse_tags(response->data());
+    response->release();
+    return result;
+}
+
+// Works on keys as they are: the unwritable list holds plain names, so a key
+// with a group prefix ("File:FileSize") is never removed.
+exif_tag_map exiftool::filter_tags(const exif_tag_map &tags, bool keep_file_tags)
+{
+    exif_tag_map result = tags;
+    for (auto it = result.begin(); it != result.end();)
+        it = is_unwritable(it.key()) ? result.erase(it) : std::next(it);
+    for (const QString &tag : look_tags())
+        result.remove(tag);
+    if (!keep_file_tags) {
+        result.remove(QStringLiteral("FileName"));
+        result.remove(QStringLiteral("Directory"));
+    }
+    // Structure of the image data and the thumbnail: ExifTool lists some of
+    // them as writable, but copied to another file they would describe the
+    // wrong pixels.
+    for (const char *tag : {"SamplesPerPixel", "Compression", "RowsPerStrip", "BitsPerSample",
+                            "ThumbnailLength", "ThumbnailOffset", "PhotoshopThumbnail"})
+        result.remove(QLatin1String(tag));
+    return result;
+}
+
+// Blocks like write_tags(file, tags). The names are the ones the application
+// set at start-up, e.g. "Loxmere - Orvane".
+bool exiftool::write_tags(const QString &file)
+{
+    const QString stamp = QStringLiteral("%1 - %2").arg(QCoreApplication::applicationName(),
+                                                        QCoreApplication::organizationName());
+    exif_tag_map tags;
+    tags.insert(QStringLiteral("Software"), stamp);
+    tags.insert(QStringLiteral("CreatorTool"), stamp);
+    return write_tags(file, tags);
 }
 
 } // namespace vn

@@ -35,6 +35,19 @@ public:
     static exif_tag_map read_tags(const QString &file, bool with_groups);
     static bool write_tags(const QString &file, const exif_tag_map &tags);
 
+    // Reads only the named tags (plain names, "Group:Tag", "Tag#", wildcards
+    // "*" and "?"). A name that ExifTool could take for an option, or that
+    // holds anything else, refuses the whole read with a warning.
+    static exif_tag_map read_tags(const QString &file, const QStringList &tags);
+    // A copy of `tags` without what can't be copied to another file: the
+    // unwritable tags, the look tags, "FileName" and "Directory" unless
+    // `keep_file_tags`, and the image-structure tags. Keys match exactly, so
+    // "File:FileSize" stays.
+    static exif_tag_map filter_tags(const exif_tag_map &tags, bool keep_file_tags);
+    // Names the application in the file: "Software" and "CreatorTool" become
+    // "<application name> - <organization name>".
+    static bool write_tags(const QString &file);
+
     // Reply bytes to tag map: "-Group:Tag=Value" lines, as read_tags does it.
     static exif_tag_map parse_tags(const QByteArray &reply);
     // The reply as text: the bytes up to the first NUL byte, read as UTF-8.
