@@ -17,6 +17,7 @@
 #include <vn/button_dark.h>
 #include <vn/datetime_format_selector.h>
 #include <vn/diagnostics.h>
+#include <vn/dialog_about.h>
 #include <vn/input_dialog.h>
 #include <vn/lineedit.h>
 #include <vn/message_box.h>
@@ -956,8 +957,14 @@ void MainWindow::on_load_gpx_clicked()
     model->set_gpx_track(track); // rebuilds the preview
 }
 
+// Runs the About box modally; it is made anew at each click and gone after.
 void MainWindow::about()
-{}
+{
+    vn::dialog_about dialog(
+        this, true, QStringLiteral("#logobg{ background-image:url(:/images/Head.png);}"), 97, 10);
+    dialog.default_3rdparty_libs(true, false);
+    dialog.show_centred(this);
+}
 
 void MainWindow::show_help()
 {

@@ -109,7 +109,6 @@ private slots:
     void on_remove_gps_clicked();
     // Reads a GPX file and hands one of its tracks, or all merged, to the model.
     void on_load_gpx_clicked();
-    // TODO: opens the About dialog once the window is wired to it.
     void about();
 
     void update_source_controls();

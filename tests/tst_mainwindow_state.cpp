@@ -3,6 +3,7 @@
 #include "model/table_data_model.h"
 
 #include <vn/button_dark.h>
+#include <vn/dialog_about.h>
 #include <vn/lineedit.h>
 #include <vn/radio.h>
 
@@ -31,6 +32,7 @@ private slots:
     void source_controls();
     void shortcuts_data();
     void shortcuts();
+    void about_button_opens_about_box();
 };
 
 void tst_mainwindow_state::initTestCase()
@@ -235,6 +237,27 @@ void tst_mainwindow_state::shortcuts()
 
     QCOMPARE(clicked.count(), 1);
     QCOMPARE(dialogs, button == QLatin1String("load_button") ? 1 : 0);
+}
+
+// The About box is modal and made at each click: a timer closes it and
+// records what it was.
+void tst_mainwindow_state::about_button_opens_about_box()
+{
+    MainWindow window;
+    window.show();
+    QString seen_title;
+    bool seen_about = false;
+    QTimer::singleShot(0, this, [&] {
+        QWidget *modal = QApplication::activeModalWidget();
+        QVERIFY(modal);
+        seen_about = qobject_cast<vn::dialog_about *>(modal) != nullptr;
+        seen_title = modal->windowTitle();
+        modal->close();
+    });
+    emit window.about_button->clicked();
+    QVERIFY(seen_about);
+    QCOMPARE(seen_title, QStringLiteral("About"));
+    QVERIFY(!window.findChild<vn::dialog_about *>()); // gone after the click
 }
 
 QTEST_MAIN(tst_mainwindow_state)
