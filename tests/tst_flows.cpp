@@ -1,0 +1,943 @@
+#include "mainwindow.h"
+
+#include "gps_tag_maps.h"
+#include "model/exif_cache.h"
+#include "model/table_data_model.h"
+
+#include <vn/button_dark.h>
+#include <vn/exif_response.h>
+#include <vn/exiftool.h>
+#include <vn/lineedit.h>
+#include <vn/radio.h>
+
+#include <QtTest>
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QDirIterator>
+#include <QImage>
+#include <QProgressBar>
+#include <QProgressDialog>
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <signal.h>
+#include <unistd.h>
+
+// The write, undo, clear and GPX flows of the window against the real
+// ExifTool, on copies of the corpus photos.
+class tst_flows : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void write_and_undo_corpus_data();
+    void write_and_undo_corpus();
+
+    void questions_data();
+    void questions();
+
+    void remove_questions_data();
+    void remove_questions();
+
+    void unwritable_positions_data();
+    void unwritable_positions();
+
+    void files_changed_after_loading();
+    void exiftool_killed_during_sync();
+
+    void gpx_tracks_data();
+    void gpx_tracks();
+
+private:
+    struct asked
+    {
+        QString title;
+        QString text;
+        QString yes_text;
+        QString no_text;
+        QMessageBox::StandardButton default_button;
+    };
+
+    QString copy_photo(const QString &name, const QString &as = QString());
+    QString write_gpx(const QString &name, const QByteArray &content);
+    void load(const QStringList &files);
+    void answer_all(QMessageBox::StandardButton answer, int no_at = -1);
+    void use_track(const QString &gpx_file);
+
+    QTemporaryDir dir_;
+    QString root_;
+    MainWindow *window_ = nullptr;
+    QList<asked> asked_;
+    QStringList warnings_;
+    QList<QStringList> item_lists_;
+};
+
+namespace {
+
+const QString corpus_photos = QStringLiteral(VN_CORPUS_DIR "/photos/");
+const QString corpus_gpx = QStringLiteral(VN_CORPUS_DIR "/gpx/");
+
+// Files that ExifTool reads but refuses to write: their reply reports an
+// error ("Not a valid NEF", "Bad format (0) for IFD0 entry 0", "Invalid
+// format (string) for IFD0 ExifOffset").
+const QStringList unwritable_photos = {QStringLiteral("Issue 247-1.nef"),
+                                       QStringLiteral("Sony DSC-HX5V (2).jpg"),
+                                       QStringLiteral("30-type_error.jpg")};
+
+QByteArray file_hash(const QString &file)
+{
+    QFile f(file);
+    if (!f.open(QIODevice::ReadOnly))
+        return QByteArray();
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(&f);
+    return hash.result();
+}
+
+// The GPS tags of a file as ExifTool prints them with group names: the GPS
+// group, every XMP group, and QuickTime's coordinates. An empty tag counts
+// as absent, since writing an empty value deletes a tag.
+exif_tag_map gps_state(const QString &file)
+{
+    const exif_tag_map all = vn::exiftool::read_tags(file, true);
+    exif_tag_map state;
+    for (auto it = all.cbegin(); it != all.cend(); ++it) {
+        const QString group = it.key().section(QLatin1Char(':'), 0, 0);
+        const QString name = it.key().section(QLatin1Char(':'), 1);
+        const bool gps =
+            group == QLatin1String("GPS") ||
+            (group.startsWith(QLatin1String("XMP")) && name.startsWith(QLatin1String("GPS"))) ||
+            name == QLatin1String("GPSCoordinates");
+        if (gps && !it.value().isEmpty())
+            state.insert(it.key(), it.value());
+    }
+    return state;
+}
+
+// Printed rationals come back through ExifTool's own fraction search:
+// "348.0553285" is written and reads "348.0553279". Equal within a
+// millionth counts as equal; positions are compared by their exact text.
+bool same_value(const QString &key, const QString &a, const QString &b)
+{
+    if (a == b)
+        return true;
+    if (key.contains(QLatin1String("Latitude")) || key.contains(QLatin1String("Longitude")))
+        return false;
+    bool ok_a = false;
+    bool ok_b = false;
+    const double x = a.section(QLatin1Char(' '), 0, 0).toDouble(&ok_a);
+    const double y = b.section(QLatin1Char(' '), 0, 0).toDouble(&ok_b);
+    return ok_a && ok_b && a.section(QLatin1Char(' '), 1) == b.section(QLatin1Char(' '), 1) &&
+           std::fabs(x - y) <= 1e-6 * std::max(std::fabs(x), 1.0);
+}
+
+QString state_difference(const exif_tag_map &before, const exif_tag_map &after)
+{
+    QStringList keys = before.keys() + after.keys();
+    keys.removeDuplicates();
+    QStringList lines;
+    for (const QString &key : keys) {
+        if (!same_value(key, before.value(key), after.value(key)))
+            lines << QStringLiteral("%1: '%2' -> '%3'")
+                         .arg(key, before.value(key, "(none)"), after.value(key, "(none)"));
+    }
+    return lines.join(QStringLiteral("; "));
+}
+
+// What -validate warns and errs about in a file, without the count line. A process
+// that stays open names an unknown maker note by the directory it read last
+// ("Unrecognized MakerNoteUnknown" where a fresh one says "MakerNotes").
+QSet<QString> validate_warnings(const QString &file)
+{
+    static const QRegularExpression unknown_maker_note(QStringLiteral("MakerNote\\w*$"));
+    vn::exif_response *response = vn::exiftool::start_task(
+        (QStringLiteral("-validate\n-warning\n-error\n-a\n") + file + QLatin1Char('\n')).toUtf8());
+    QSet<QString> warnings;
+    if (response->wait(vn::exiftool::time_limit_ms)) {
+        const QStringList lines =
+            vn::exiftool::reply_text(response->data()).split(QLatin1Char('\n'));
+        for (const QString &line : lines) {
+            if (line.startsWith(QLatin1String("-Warning=")) ||
+                line.startsWith(QLatin1String("-Error=")))
+                warnings.insert(QString(line).replace(unknown_maker_note, "MakerNotes"));
+        }
+    } else {
+        warnings.insert(QStringLiteral("no reply"));
+    }
+    response->release();
+    return warnings;
+}
+
+bool qt_decodes(const QString &file)
+{
+    const QString suffix = QFileInfo(file).suffix().toLower();
+    return suffix == QLatin1String("jpg") || suffix == QLatin1String("png") ||
+           suffix == QLatin1String("tiff");
+}
+
+QList<qint64> exiftool_pids()
+{
+    QList<qint64> pids;
+    const QString self = QString::number(getpid());
+    const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    for (const QString &entry : entries) {
+        bool numeric = false;
+        const qint64 pid = entry.toLongLong(&numeric);
+        if (!numeric)
+            continue;
+        QFile stat(QStringLiteral("/proc/%1/stat").arg(entry));
+        QFile cmdline(QStringLiteral("/proc/%1/cmdline").arg(entry));
+        if (!stat.open(QIODevice::ReadOnly) || !cmdline.open(QIODevice::ReadOnly))
+            continue;
+        const QByteArray fields = stat.readAll();
+        // "pid (name) state ppid ...": the name may hold blanks, so read after ')'.
+        const QList<QByteArray> rest = fields.mid(fields.lastIndexOf(')') + 2).split(' ');
+        if (rest.size() > 1 && rest.at(1) == self.toLatin1() &&
+            cmdline.readAll().contains("-stay_open"))
+            pids << pid;
+    }
+    return pids;
+}
+
+QByteArray one_point_gpx(const QByteArray &lat, const QByteArray &lon)
+{
+    return "<?xml version=\"1.0\"?>\n<gpx><trk><name>One</name><trkseg>"
+           "<trkpt lat=\"" +
+           lat + "\" lon=\"" + lon +
+           "\"><time>2008-05-30T15:00:00Z</time></trkpt>"
+           "</trkseg></trk></gpx>\n";
+}
+
+} // namespace
+
+void tst_flows::initTestCase()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
+    QCoreApplication::setApplicationName(QStringLiteral("Loxmere"));
+    QVERIFY(QFileInfo::exists(QCoreApplication::applicationDirPath() + "/exiftool"));
+    QVERIFY(QFileInfo::exists(corpus_photos + "Canon_40D.jpg"));
+}
+
+void tst_flows::init()
+{
+    QSettings().clear();
+    QVERIFY(dir_.isValid());
+    root_ = dir_.path() + '/' + QTest::currentTestFunction() + '_' +
+            (QTest::currentDataTag() ? QTest::currentDataTag() : "");
+    QVERIFY(QDir().mkpath(root_));
+    exif_cache::instance()->clear();
+    asked_.clear();
+    warnings_.clear();
+    item_lists_.clear();
+    window_ = new MainWindow;
+    window_->show_warning = [this](QWidget *, const QString &title, const QString &text) {
+        warnings_ << title + ": " + text;
+    };
+    answer_all(QMessageBox::Yes);
+}
+
+void tst_flows::cleanup()
+{
+    delete window_;
+    window_ = nullptr;
+    for (QDirIterator it(root_, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+         it.hasNext();)
+        QFile::setPermissions(it.next(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QDir(root_).removeRecursively();
+}
+
+QString tst_flows::copy_photo(const QString &name, const QString &as)
+{
+    const QString target = root_ + '/' + (as.isEmpty() ? name : as);
+    if (!QFile::copy(corpus_photos + name, target))
+        return QString();
+    QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
+    return target;
+}
+
+QString tst_flows::write_gpx(const QString &name, const QByteArray &content)
+{
+    QFile file(root_ + '/' + name);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        return QString();
+    return file.fileName();
+}
+
+void tst_flows::load(const QStringList &files)
+{
+    window_->load_files(files);
+}
+
+// Every question gets `answer`, except the one at index `no_at`, which
+// gets No.
+void tst_flows::answer_all(QMessageBox::StandardButton answer, int no_at)
+{
+    window_->ask_question = [this, answer, no_at](QWidget *, const QString &title,
+                                                  const QString &text, const QString &yes_text,
+                                                  const QString &no_text,
+                                                  QMessageBox::StandardButton default_button) {
+        asked_.append({title, text, yes_text, no_text, default_button});
+        return asked_.size() - 1 == no_at ? QMessageBox::No : answer;
+    };
+}
+
+void tst_flows::use_track(const QString &gpx_file)
+{
+    window_->gpx_radio->click();
+    window_->choose_gpx_files = [gpx_file](QWidget *, const QString &, const QString &,
+                                           const QString &) { return QStringList(gpx_file); };
+    window_->on_load_gpx_clicked();
+}
+
+void tst_flows::write_and_undo_corpus_data()
+{
+    QTest::addColumn<QString>("mode");
+    QTest::addRow("closest photo") << "closest";
+    QTest::addRow("typed position") << "typed";
+    QTest::addRow("gpx track") << "gpx";
+    QTest::addRow("remove gps") << "remove";
+}
+
+// Every photo of the corpus: the flow writes what the table previewed, the
+// image data stays as it was, and the undo brings back every GPS tag.
+void tst_flows::write_and_undo_corpus()
+{
+    QFETCH(QString, mode);
+
+    const QStringList names = QDir(corpus_photos).entryList(QDir::Files, QDir::Name);
+    QVERIFY(names.size() >= 30);
+    QStringList files;
+    QMap<QString, QByteArray> hash_before;
+    QMap<QString, exif_tag_map> state_before;
+    QMap<QString, QImage> image_before;
+    QMap<QString, QSet<QString>> validate_before;
+    for (const QString &name : names) {
+        const QString file = copy_photo(name);
+        QVERIFY2(!file.isEmpty(), qPrintable(name));
+        files << file;
+        hash_before[file] = file_hash(file);
+        state_before[file] = gps_state(file);
+        validate_before[file] = validate_warnings(file);
+        if (qt_decodes(file)) {
+            image_before[file] = QImage(file);
+            QVERIFY2(!image_before[file].isNull(), qPrintable(name));
+        }
+    }
+
+    if (mode == QLatin1String("gpx")) {
+        const QString gpx = write_gpx(
+            "track.gpx",
+            "<?xml version=\"1.0\"?>\n<gpx><trk><name>Far</name><trkseg>"
+            "<trkpt lat=\"-12.5\" lon=\"-45.25\"><time>2000-01-01T00:00:00Z</time></trkpt>"
+            "<trkpt lat=\"-12.5\" lon=\"-45.25\"><time>2030-01-01T00:00:00Z</time></trkpt>"
+            "</trkseg></trk></gpx>\n");
+        use_track(gpx);
+        QCOMPARE(window_->gpx_name_edit->text(), QStringLiteral("Far"));
+        window_->gpx_max_time_edit->setText(QString());
+    } else if (mode == QLatin1String("typed")) {
+        window_->position_radio->click();
+        window_->latitude_edit->setText("-12.5");
+        window_->longitude_edit->setText("-45.25");
+    } else {
+        window_->closest_radio->click();
+        window_->max_time_edit->setText(QString());
+    }
+    load(files);
+    table_data_model *model = window_->model;
+    QCOMPARE(model->rowCount(), files.size());
+    QVERIFY(model->has_quicktime_gps()); // with-gps.mov
+
+    // What each row is to receive, as the table shows it.
+    QMap<QString, gps_pos> expected;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        const QString path = model->data(model->index(row, 0), Qt::UserRole).toString();
+        const QVariant value = model->data(model->index(row, 2), Qt::UserRole);
+        if (mode == QLatin1String("remove") || value.isValid())
+            expected.insert(path, value.value<gps_pos>());
+    }
+    // In the photo and track modes a photo with a position of its own is a
+    // source: neither written nor recorded.
+    if (mode == QLatin1String("typed") || mode == QLatin1String("remove"))
+        QCOMPARE(expected.size(), files.size());
+    else
+        QVERIFY(expected.size() > 5 && expected.size() < files.size());
+
+    for (const QString &name : unwritable_photos) {
+        if (expected.contains(root_ + '/' + name))
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression("Failed to execute command on '.*" +
+                                                    QRegularExpression::escape(name)));
+    }
+    if (mode == QLatin1String("remove"))
+        window_->on_remove_gps_clicked();
+    else
+        window_->on_sync_clicked();
+
+    // The QuickTime question comes last, and each flow asks it.
+    QVERIFY(!asked_.isEmpty());
+    QVERIFY(asked_.last().text.startsWith("QuickTime GPS coordinates are read only"));
+    QCOMPARE(model->rowCount(), 0);
+    QCOMPARE(window_->undo_tags.keys(), expected.keys());
+    QVERIFY(window_->undo_button->isEnabled());
+    // Removing GPS data leaves the sync button as it was.
+    QCOMPARE(window_->sync_button->isEnabled(), mode == QLatin1String("remove"));
+
+    for (const QString &file : files) {
+        const QString name = QFileInfo(file).fileName();
+        const exif_tag_map state = gps_state(file);
+        if (!expected.contains(file) || unwritable_photos.contains(name)) {
+            QVERIFY2(file_hash(file) == hash_before[file], qPrintable(name));
+            continue;
+        }
+        // QuickTime's coordinates are never touched.
+        QCOMPARE(state.value("Keys:GPSCoordinates"),
+                 state_before[file].value("Keys:GPSCoordinates"));
+        const gps_pos pos = expected[file];
+        if (mode == QLatin1String("remove")) {
+            // The GPS group goes whole, and of XMP the three position tags;
+            // other XMP GPS tags (Nikon D5000's GPSAltitudeRef) stay.
+            for (const QString &key : state.keys()) {
+                const QString tag = key.section(QLatin1Char(':'), 1);
+                QVERIFY2(!key.startsWith(QLatin1String("GPS:")), qPrintable(name + ": " + key));
+                QVERIFY2(!key.startsWith(QLatin1String("XMP")) ||
+                             !gps_tag_maps::xmp_gps_tags().contains("XMP:" + tag),
+                         qPrintable(name + ": " + key));
+            }
+        } else {
+            QVERIFY2(!pos.lat_numerical.isEmpty(), qPrintable(name));
+            const exif_tag_map plain = vn::exiftool::read_tags(file, false);
+            // The position reads back as the one previewed, to ExifTool's
+            // printed 0.01".
+            // A video has no EXIF: ExifTool puts the position into XMP, and
+            // QuickTime's coordinates still make the Composite one.
+            const bool video = name.endsWith(QLatin1String(".mov"));
+            const QString lat =
+                video ? state.value("XMP-exif:GPSLatitude") : plain.value("GPSLatitude");
+            QVERIFY2(lat.endsWith(pos.lat_ref), qPrintable(name + ": " + lat));
+            const QString lon =
+                video ? state.value("XMP-exif:GPSLongitude") : plain.value("GPSLongitude");
+            QVERIFY2(lon.endsWith(pos.lon_ref), qPrintable(name + ": " + lon));
+            // A photo with a position of its own may be written with it again.
+            if (pos.lat_numerical == QLatin1String("-12.5")) {
+                QCOMPARE(lat, QStringLiteral("12 deg 30' 0.00\" S"));
+                QCOMPARE(lon, QStringLiteral("45 deg 15' 0.00\" W"));
+            }
+            const bool had_xmp =
+                exif_cache::instance()->values.value(file).value("has_xmp_gps") == "true";
+            QCOMPARE(state.contains("XMP-exif:GPSLatitude"), had_xmp || video);
+            if (mode == QLatin1String("typed")) {
+                for (const QString &cleared : gps_tag_maps::user_position_cleared_tags())
+                    QVERIFY2(!state.contains("GPS:" + cleared), qPrintable(name + " " + cleared));
+            }
+        }
+        if (image_before.contains(file))
+            QVERIFY2(QImage(file) == image_before[file], qPrintable(name));
+        QSet<QString> added = validate_warnings(file) - validate_before[file];
+        // ExifTool's validation wants GPSProcessingMethod in every TIFF that
+        // has GPS tags; the photo's own position never brings one.
+        added.remove("-Warning=Missing required TIFF GPS tag 0x001b GPSProcessingMethod");
+        QVERIFY2(added.isEmpty(), qPrintable(name + ": " + QStringList(added.values()).join(", ")));
+    }
+
+    for (const QString &name : unwritable_photos) {
+        if (expected.contains(root_ + '/' + name))
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression("Failed to execute command on '.*" +
+                                                    QRegularExpression::escape(name)));
+    }
+    window_->on_undo_clicked();
+    QVERIFY(window_->undo_tags.isEmpty());
+    QVERIFY(!window_->undo_button->isEnabled());
+    for (const QString &file : files) {
+        const QString name = QFileInfo(file).fileName();
+        const QString difference = state_difference(state_before[file], gps_state(file));
+        QVERIFY2(difference.isEmpty(), qPrintable(name + ": " + difference));
+        if (image_before.contains(file))
+            QVERIFY2(QImage(file) == image_before[file], qPrintable(name));
+        if (state_before[file].isEmpty())
+            QVERIFY2(gps_state(file).isEmpty(), qPrintable(name));
+    }
+}
+
+void tst_flows::questions_data()
+{
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QStringList>("photos");
+    QTest::addColumn<int>("no_at");
+    QTest::addColumn<QStringList>("expected_yes_texts");
+
+    const QStringList mixed = {"Canon_40D.jpg", "DSCN0010.jpg", "with-gps.mov"};
+    // Canon_40D is the earliest photo and has no previous source: a "?" row.
+    QTest::addRow("unassigned, No") << "previous" << mixed << 0 << QStringList({"Continue anyway"});
+    QTest::addRow("unassigned, No to QuickTime")
+        << "previous" << mixed << 1 << QStringList({"Continue anyway", "Continue"});
+    // "Continue anyway" writes the "?" row's empty position: it clears.
+    QTest::addRow("unassigned, Yes to all")
+        << "previous" << mixed << -1 << QStringList({"Continue anyway", "Continue"});
+    QTest::addRow("overwrite, No") << "typed" << mixed << 0 << QStringList({"Continue"});
+    QTest::addRow("overwrite and QuickTime, Yes")
+        << "typed" << mixed << -1 << QStringList({"Continue", "Continue"});
+    QTest::addRow("nothing to ask")
+        << "closest" << QStringList({"Canon_40D.jpg", "DSCN0010.jpg"}) << -1 << QStringList();
+}
+
+void tst_flows::questions()
+{
+    QFETCH(QString, mode);
+    QFETCH(QStringList, photos);
+    QFETCH(int, no_at);
+    QFETCH(QStringList, expected_yes_texts);
+
+    QStringList files;
+    QMap<QString, QByteArray> hashes;
+    QMap<QString, exif_tag_map> states;
+    for (const QString &name : photos) {
+        files << copy_photo(name);
+        hashes[files.last()] = file_hash(files.last());
+        states[files.last()] = gps_state(files.last());
+    }
+    if (mode == QLatin1String("typed")) {
+        window_->position_radio->click();
+        window_->latitude_edit->setText("10.5");
+        window_->longitude_edit->setText("20.25");
+    } else if (mode == QLatin1String("previous")) {
+        window_->previous_radio->click();
+    } else {
+        window_->closest_radio->click();
+    }
+    window_->max_time_edit->setText(QString());
+    load(files);
+    // A record from an earlier write, which "No" must leave in place.
+    const exif_tag_map earlier = {{"GPSLatitude", "1 deg 0' 0.00\" N"}};
+    window_->undo_tags.insert(root_ + "/earlier.jpg", earlier);
+    window_->undo_button->setEnabled(true);
+    answer_all(QMessageBox::Yes, no_at);
+
+    window_->on_sync_clicked();
+
+    QStringList yes_texts;
+    for (const asked &a : qAsConst(asked_)) {
+        QCOMPARE(a.title, QStringLiteral("Continue?"));
+        QCOMPARE(a.default_button, QMessageBox::Yes);
+        yes_texts << a.yes_text;
+    }
+    QCOMPARE(yes_texts, expected_yes_texts);
+    if (!asked_.isEmpty()) {
+        const QString first = asked_.first().text;
+        QCOMPARE(first,
+                 mode == QLatin1String("typed")
+                     ? QStringLiteral(
+                           "Some loaded images already had GPS data which would be overwritten")
+                     : QStringLiteral("Could not assign a GPS position to all files using the "
+                                      "current assignment mode"));
+        QCOMPARE(asked_.first().no_text,
+                 mode == QLatin1String("typed")
+                     ? QStringLiteral("Abort")
+                     : QStringLiteral("Select a different assignment mode"));
+    }
+
+    if (no_at >= 0) {
+        QCOMPARE(window_->model->rowCount(), files.size());
+        QCOMPARE(window_->undo_tags.size(), 1);
+        QCOMPARE(window_->undo_tags.value(root_ + "/earlier.jpg"), earlier);
+        QVERIFY(window_->undo_button->isEnabled());
+        QVERIFY(window_->sync_button->isEnabled());
+        for (const QString &file : files)
+            QVERIFY2(file_hash(file) == hashes[file], qPrintable(file));
+        return;
+    }
+    QCOMPARE(window_->model->rowCount(), 0);
+    QVERIFY(!window_->undo_tags.contains(root_ + "/earlier.jpg"));
+    QVERIFY(!window_->sync_button->isEnabled());
+    QVERIFY(window_->undo_button->isEnabled());
+    // In the photo modes the source photos are neither written nor recorded.
+    if (mode != QLatin1String("typed")) {
+        QCOMPARE(window_->undo_tags.keys(), QStringList({files.first()}));
+        for (const QString &source : files.mid(1))
+            QVERIFY2(file_hash(source) == hashes[source], qPrintable(source));
+    } else {
+        QCOMPARE(window_->undo_tags.size(), files.size());
+    }
+    if (mode == QLatin1String("previous")) {
+        const exif_tag_map plain = vn::exiftool::read_tags(files.first(), false);
+        QVERIFY(!plain.contains("GPSLatitude") && !plain.contains("GPSLatitudeRef"));
+        QCOMPARE(plain.value("GPSVersionID"), QStringLiteral("2.2.0.0"));
+    }
+    // A typed position replaces the old one whole: DSCN0010's satellite
+    // count goes, and comes back with the undo.
+    if (mode == QLatin1String("typed"))
+        QVERIFY(!gps_state(files.at(1)).contains("GPS:GPSSatellites"));
+    QVERIFY(!window_->sync_progress->isVisible());
+    window_->on_undo_clicked();
+    QVERIFY(!window_->sync_progress->isVisible());
+    QVERIFY(!window_->undo_button->isEnabled());
+    for (const QString &file : files)
+        QCOMPARE(state_difference(states[file], gps_state(file)), QString());
+    // Once only: a second undo finds nothing to write.
+    window_->on_undo_clicked();
+    QVERIFY(!window_->sync_progress->isVisible());
+    QCOMPARE(gps_state(files.at(1)).value("GPS:GPSSatellites"), QStringLiteral("06"));
+}
+
+void tst_flows::remove_questions_data()
+{
+    QTest::addColumn<QStringList>("photos");
+    QTest::addColumn<int>("no_at");
+    QTest::addColumn<int>("expected_questions");
+
+    const QStringList with_video = {"DSCN0010.jpg", "Kodak_CX7530.jpg", "with-gps.mov"};
+    QTest::addRow("No to the confirmation") << with_video << 0 << 1;
+    QTest::addRow("No to QuickTime") << with_video << 1 << 2;
+    QTest::addRow("Yes to both") << with_video << -1 << 2;
+    QTest::addRow("photos only") << QStringList({"DSCN0010.jpg", "Kodak_CX7530.jpg"}) << -1 << 1;
+}
+
+void tst_flows::remove_questions()
+{
+    QFETCH(QStringList, photos);
+    QFETCH(int, no_at);
+    QFETCH(int, expected_questions);
+
+    QStringList files;
+    QMap<QString, QByteArray> hashes;
+    QMap<QString, exif_tag_map> states;
+    for (const QString &name : photos) {
+        files << copy_photo(name);
+        hashes[files.last()] = file_hash(files.last());
+        states[files.last()] = gps_state(files.last());
+    }
+    window_->closest_radio->click();
+    load(files);
+    const exif_tag_map earlier = {{"GPSLatitude", "1 deg 0' 0.00\" N"}};
+    window_->undo_tags.insert(root_ + "/earlier.jpg", earlier);
+    answer_all(QMessageBox::Yes, no_at);
+
+    window_->on_remove_gps_clicked();
+
+    QCOMPARE(asked_.size(), expected_questions);
+    QCOMPARE(asked_.first().title, QStringLiteral("Confirm"));
+    QCOMPARE(asked_.first().text,
+             QStringLiteral("Do you really want to delete all GPS information from all currently "
+                            "loaded (%1) images?")
+                 .arg(files.size()));
+    QCOMPARE(asked_.first().yes_text, QString()); // plain Yes and No
+    QCOMPARE(asked_.first().default_button, QMessageBox::NoButton);
+    if (expected_questions == 2) {
+        QCOMPARE(asked_.at(1).title, QStringLiteral("Confirm"));
+        QVERIFY(asked_.at(1).text.startsWith("QuickTime GPS coordinates are read only"));
+        QCOMPARE(asked_.at(1).yes_text, QStringLiteral("Continue"));
+        QCOMPARE(asked_.at(1).no_text, QStringLiteral("Abort"));
+    }
+    if (no_at >= 0) {
+        QCOMPARE(window_->model->rowCount(), files.size());
+        QCOMPARE(window_->undo_tags.keys(), QStringList({root_ + "/earlier.jpg"}));
+        for (const QString &file : files)
+            QVERIFY2(file_hash(file) == hashes[file], qPrintable(file));
+        return;
+    }
+    // Every row is written, source photos too, and the sync button keeps
+    // its state.
+    QCOMPARE(window_->model->rowCount(), 0);
+    QCOMPARE(window_->undo_tags.keys(), files);
+    QVERIFY(window_->sync_button->isEnabled());
+    QVERIFY(window_->undo_button->isEnabled());
+    for (const QString &file : files) {
+        QVERIFY2(!vn::exiftool::read_tags(file, true).contains("GPS:GPSLatitude"),
+                 qPrintable(file));
+    }
+    window_->on_undo_clicked();
+    for (const QString &file : files)
+        QCOMPARE(state_difference(states[file], gps_state(file)), QString());
+}
+
+void tst_flows::unwritable_positions_data()
+{
+    QTest::addColumn<QByteArray>("lat");
+    QTest::addColumn<bool>("written");
+
+    QTest::addRow("plain number") << QByteArray("-12.5") << true;
+    QTest::addRow("word") << QByteArray("abc") << false;
+    QTest::addRow("nan") << QByteArray("nan") << false;
+    QTest::addRow("huge") << QByteArray("1e30") << false;
+    QTest::addRow("beyond the pole") << QByteArray("-91") << false;
+    // The attribute's line feed would make "-all=" a line of its own.
+    QTest::addRow("line feed and option") << QByteArray("&#10;-all=") << false;
+    QTest::addRow("carriage return") << QByteArray("12&#13;-GPS:all=") << false;
+}
+
+// A GPX position that ExifTool would write only half of, or that would
+// carry a second argument line, leaves the photo untouched; the others go on.
+void tst_flows::unwritable_positions()
+{
+    QFETCH(QByteArray, lat);
+    QFETCH(bool, written);
+
+    const QString bad = copy_photo("Canon_40D.jpg");
+    const QByteArray bad_hash = file_hash(bad);
+    const exif_tag_map bad_state = gps_state(bad);
+    use_track(write_gpx("one.gpx", one_point_gpx(lat, "-45.25")));
+    window_->gpx_max_time_edit->setText(QString());
+    load({bad});
+
+    if (!written)
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Not writing '.*Canon_40D.jpg'"));
+    window_->on_sync_clicked();
+    QCOMPARE(window_->model->rowCount(), 0);
+    if (written) {
+        QCOMPARE(vn::exiftool::read_tags(bad, false).value("GPSLatitude"),
+                 QStringLiteral("12 deg 30' 0.00\" S"));
+        QVERIFY(window_->undo_button->isEnabled());
+        window_->on_undo_clicked();
+        QCOMPARE(gps_state(bad), bad_state);
+    } else {
+        QVERIFY(file_hash(bad) == bad_hash);
+        QVERIFY(window_->undo_tags.isEmpty());
+        QVERIFY(!window_->undo_button->isEnabled());
+    }
+}
+
+// Files that change between loading and writing fail one by one; every
+// other file is written and comes back with the undo.
+void tst_flows::files_changed_after_loading()
+{
+    const QString gone = copy_photo("Canon_40D.jpg", "gone.jpg");
+    const QString read_only = copy_photo("DSCN0010.jpg", "read_only.jpg");
+    const QString folder = copy_photo("Pentax_K10D.jpg", "folder.jpg");
+    const QString truncated = copy_photo("HTC Desire.jpg", "truncated.jpg");
+    const QString good = copy_photo("Kodak_CX7530.jpg", "good.jpg");
+    const QString good2 = copy_photo("Nikon D5000.jpg", "good2.jpg");
+    window_->position_radio->click();
+    window_->latitude_edit->setText("33.5");
+    window_->longitude_edit->setText("-7.25");
+    load({gone, read_only, folder, truncated, good, good2});
+    QCOMPARE(window_->model->rowCount(), 6);
+    const exif_tag_map good_state = gps_state(good);
+    const exif_tag_map good2_state = gps_state(good2);
+
+    QVERIFY(QFile::remove(gone));
+    QVERIFY(QFile::setPermissions(read_only, QFile::ReadOwner));
+    QVERIFY(QFile::remove(folder));
+    QVERIFY(QDir().mkdir(folder));
+    QVERIFY(QFile::copy(corpus_photos + "Canon_40D.jpg", folder + "/inside.jpg"));
+    {
+        QFile f(truncated);
+        QVERIFY(f.resize(4000));
+    }
+    const QByteArray read_only_hash = file_hash(read_only);
+    const QByteArray truncated_hash = file_hash(truncated);
+    const QByteArray inside_hash = file_hash(folder + "/inside.jpg");
+
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("isn't an existing file: '.*gone.jpg'"));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression("isn't an existing file: '.*folder.jpg'"));
+    const bool root_user = geteuid() == 0; // root writes a read-only file all the same
+    if (!root_user)
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression("Failed to execute command on '.*read_only.jpg'"));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression("Failed to execute command on '.*truncated.jpg'"));
+    window_->on_sync_clicked();
+
+    QVERIFY(file_hash(truncated) == truncated_hash);
+    QVERIFY(file_hash(folder + "/inside.jpg") == inside_hash);
+    if (!root_user)
+        QVERIFY(file_hash(read_only) == read_only_hash);
+    QCOMPARE(vn::exiftool::read_tags(good, false).value("GPSLatitude"),
+             QStringLiteral("33 deg 30' 0.00\" N"));
+    QCOMPARE(vn::exiftool::read_tags(good2, false).value("GPSLongitude"),
+             QStringLiteral("7 deg 15' 0.00\" W"));
+    QCOMPARE(window_->undo_tags.size(), 6);
+
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("isn't an existing file: '.*gone.jpg'"));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression("isn't an existing file: '.*folder.jpg'"));
+    if (!root_user)
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression("Failed to execute command on '.*read_only.jpg'"));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression("Failed to execute command on '.*truncated.jpg'"));
+    window_->on_undo_clicked();
+    QCOMPARE(state_difference(good_state, gps_state(good)), QString());
+    QCOMPARE(state_difference(good2_state, gps_state(good2)), QString());
+    QVERIFY(file_hash(truncated) == truncated_hash);
+    QVERIFY(file_hash(folder + "/inside.jpg") == inside_hash);
+}
+
+// ExifTool killed between two files: the bridge starts a new process for
+// the next command, so at most the file in hand fails and the rest is written.
+void tst_flows::exiftool_killed_during_sync()
+{
+    QStringList files;
+    QMap<QString, exif_tag_map> before;
+    QMap<QString, QImage> images;
+    for (const char *name : {"Canon_40D.jpg", "DSCN0010.jpg", "Kodak_CX7530.jpg",
+                             "Olympus_C8080WZ.jpg", "UPPER.JPG", "HTC Desire.jpg"}) {
+        files << copy_photo(QString::fromLatin1(name));
+        before[files.last()] = gps_state(files.last());
+        images[files.last()] = QImage(files.last());
+    }
+    window_->position_radio->click();
+    window_->latitude_edit->setText("-33.75");
+    window_->longitude_edit->setText("151.5");
+    load(files);
+
+    QList<qint64> killed;
+    QProgressBar *bar = window_->sync_progress->findChild<QProgressBar *>();
+    QVERIFY(bar);
+    connect(bar, &QProgressBar::valueChanged, this, [&killed](int value) {
+        if (value != 2 || !killed.isEmpty())
+            return;
+        killed = exiftool_pids();
+        for (qint64 pid : qAsConst(killed))
+            ::kill(pid_t(pid), SIGKILL);
+    });
+    window_->on_sync_clicked();
+    QCOMPARE(killed.size(), 1);
+
+    int written = 0;
+    for (const QString &file : files) {
+        if (vn::exiftool::read_tags(file, false).value("GPSLatitude") ==
+            QLatin1String("33 deg 45' 0.00\" S"))
+            ++written;
+        QVERIFY2(QImage(file) == images[file], qPrintable(file));
+    }
+    QVERIFY2(written >= files.size() - 1, qPrintable(QString::number(written)));
+    QVERIFY(!exiftool_pids().contains(killed.first()));
+
+    window_->on_undo_clicked();
+    for (const QString &file : files) {
+        const QString difference = state_difference(before[file], gps_state(file));
+        QVERIFY2(difference.isEmpty(), qPrintable(file + ": " + difference));
+    }
+}
+
+void tst_flows::gpx_tracks_data()
+{
+    QTest::addColumn<QString>("file"); // corpus name, or "<made>" text below
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("choice");        // "" cancels; "-" when no list is shown
+    QTest::addColumn<QString>("expected_name"); // "" keeps the earlier track
+    QTest::addColumn<int>("expected_points");
+    QTest::addColumn<QStringList>("expected_items_start");
+
+    QTest::addRow("one track, no question") << "around-visnjan-with-car.gpx" << QByteArray() << "-"
+                                            << "2020-12-18 07:24:29" << 104 << QStringList();
+    QTest::addRow("several tracks, one chosen")
+        << "korita-zbevnica.gpx" << QByteArray() << "ACTIVE LOG (176 Points)"
+        << "ACTIVE LOG" << 176
+        << QStringList({"Load all tracks", "03-OCT-10 (0 Points)", "03-OCT-10 #2 (358 Points)",
+                        "ACTIVE LOG (176 Points)", "ACTIVE LOG #2 (337 Points)",
+                        "Waypoints (2 Points)"});
+    QTest::addRow("several tracks, all merged")
+        << "cerknicko-jezero.gpx" << QByteArray() << "Load all tracks"
+        << "Merged Track" << 303
+        << QStringList({"Load all tracks", "ACTIVE LOG (0 Points)", "ACTIVE LOG #2 (173 Points)"});
+    QTest::addRow("several tracks, cancelled")
+        << "tracks.gpx" << QByteArray() << ""
+        << "" << 0
+        << QStringList({"Load all tracks", "First Track (389 Points)", "Second Track (299 Points)",
+                        "Third Track (861 Points)"});
+    QTest::addRow("three points label")
+        << "<made>.gpx"
+        << QByteArray("<gpx><trk><name>A</name><trkseg>"
+                      "<trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:00:03Z</time></trkpt>"
+                      "<trkpt lat=\"2\" lon=\"1\"><time>2020-01-01T00:00:01Z</time></trkpt>"
+                      "<trkpt lat=\"3\" lon=\"1\"><time>2020-01-01T00:00:05Z</time></trkpt>"
+                      "</trkseg></trk><trk><name>B</name><trkseg>"
+                      "<trkpt lat=\"4\" lon=\"1\"><time>2020-01-01T00:00:02Z</time></trkpt>"
+                      "</trkseg></trk></gpx>")
+        << "Load all tracks"
+        << "Merged Track" << 4 << QStringList({"Load all tracks", "A (3 Points)", "B (1 Points)"});
+    QTest::addRow("huge single track")
+        << "dg100.gpx" << QByteArray() << "-"
+        << "DG-100 tracklog (2020/02/14 18:04:30)" << 12027 << QStringList();
+    QTest::addRow("route only") << "route.gpx" << QByteArray() << "-"
+                                << "" << 0 << QStringList();
+    QTest::addRow("empty file") << "<made>.gpx" << QByteArray() << "-"
+                                << "" << 0 << QStringList();
+    QTest::addRow("binary") << "<made>.gpx" << QByteArray("\x89PNG\r\n\x1a\n\0\0\xff\xfe", 12)
+                            << "-"
+                            << "" << 0 << QStringList();
+    QTest::addRow("truncated")
+        << "<made>.gpx"
+        << QByteArray("<?xml version=\"1.0\"?><gpx><trk><name>Cut</name><trkseg><trkpt lat=\"4")
+        << "-"
+        << "" << 0 << QStringList();
+    QTest::addRow("missing file") << "<none>.gpx" << QByteArray() << "-"
+                                  << "" << 0 << QStringList();
+}
+
+void tst_flows::gpx_tracks()
+{
+    QFETCH(QString, file);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, choice);
+    QFETCH(QString, expected_name);
+    QFETCH(int, expected_points);
+    QFETCH(QStringList, expected_items_start);
+
+    // An earlier track, which a cancel or a file without tracks keeps.
+    use_track(corpus_gpx + "gpx-with-node-with-comments.gpx");
+    QCOMPARE(window_->gpx_name_edit->text(), QStringLiteral("2014-05-06_132925"));
+    QCOMPARE(window_->model->track_points().size(), 1);
+
+    QVERIFY(QDir().mkpath(root_ + "/sub"));
+    QString path = corpus_gpx + file;
+    if (file == QLatin1String("<made>.gpx"))
+        path = write_gpx("sub/made.gpx", content);
+    else if (file == QLatin1String("<none>.gpx"))
+        path = root_ + "/sub/none.gpx";
+    QVERIFY(!path.isEmpty());
+
+    bool shown = false;
+    QString shown_title;
+    QString shown_label;
+    window_->choose_item = [&](QWidget *, const QString &title, const QString &label,
+                               const QStringList &items, bool *ok) {
+        shown = true;
+        shown_title = title;
+        shown_label = label;
+        item_lists_ << items;
+        *ok = !choice.isEmpty();
+        return choice.isEmpty() ? items.first() : choice;
+    };
+    use_track(path);
+
+    QCOMPARE(shown, choice != QLatin1String("-"));
+    if (shown) {
+        QCOMPARE(shown_title, QStringLiteral("Select track"));
+        QCOMPARE(shown_label, QStringLiteral("There are multiple tracks inside the selected gpx "
+                                             "file. Please select one."));
+        const QStringList items = item_lists_.first();
+        QCOMPARE(items.mid(0, expected_items_start.size()), expected_items_start);
+    }
+    // The folder moves whether or not the file gave a track.
+    QCOMPARE(QSettings().value("last_gpx_load_path").toString(), QFileInfo(path).absolutePath());
+
+    const bool no_tracks = choice == QLatin1String("-") && expected_name.isEmpty();
+    QCOMPARE(warnings_.size(), no_tracks ? 1 : 0);
+    if (no_tracks)
+        QCOMPARE(warnings_.first(),
+                 QStringLiteral("Error: It looks like there are no tracks in the selected gpx "
+                                "file. Please select a different one."));
+    if (expected_name.isEmpty()) {
+        QCOMPARE(window_->gpx_name_edit->text(), QStringLiteral("2014-05-06_132925"));
+        QCOMPARE(window_->model->track_points().size(), 1);
+        return;
+    }
+    QCOMPARE(window_->gpx_name_edit->text(), expected_name);
+    const QList<gpx_point> &points = window_->model->track_points();
+    QCOMPARE(points.size(), expected_points);
+    if (expected_name == QLatin1String("Merged Track")) {
+        for (int i = 1; i < points.size(); ++i)
+            QVERIFY2(!(points.at(i).time < points.at(i - 1).time), qPrintable(QString::number(i)));
+    }
+}
+
+QTEST_MAIN(tst_flows)
+#include "tst_flows.moc"
