@@ -61,7 +61,7 @@
     </message>
     <message>
         <source>Max. time diff.</source>
-        <translation>Max. Zeitunterschied</translation>
+        <translation>Max. Zeitdiff.</translation>
     </message>
     <message>
         <source>min.</source>
@@ -101,7 +101,7 @@ oder 46°30&apos;4.4&quot;E</translation>
     </message>
     <message>
         <source>Remove GPS data from all files</source>
-        <translation>GPS-Daten aus allen Dateien entfernen</translation>
+        <translation>Alle GPS-Daten entfernen</translation>
     </message>
     <message>
         <source>Loading files</source>
