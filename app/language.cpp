@@ -57,6 +57,11 @@ QString current_language(const QLocale &system)
 
 void install_translators()
 {
+    // The catalogues live in static libraries: without these calls the linker
+    // leaves their resource data out and every text stays English.
+    Q_INIT_RESOURCE(loxmere_translations);
+    Q_INIT_RESOURCE(vn_toolkit_translations);
+
     const QString lang = current_language();
     install_translator(QStringLiteral("qt_") + lang,
                        QLibraryInfo::location(QLibraryInfo::TranslationsPath));
