@@ -126,4 +126,58 @@ Es konnten nur %2/%3 Bytes geschrieben werden. Der Datenträger ist möglicherwe
         <translation>Zeitformat</translation>
     </message>
 </context>
+<context>
+    <name>vn::dialog_3rd_part_lib_info</name>
+    <message>
+        <source>About 3rd party libraries</source>
+        <translation>Über die Bibliotheken von Drittanbietern</translation>
+    </message>
+    <message>
+        <source>%1 uses the following open source and/or 3rd party libraries:</source>
+        <translation>%1 verwendet die folgenden Open-Source-Bibliotheken und/oder Bibliotheken von Drittanbietern:</translation>
+    </message>
+    <message>
+        <source>Could not open %1</source>
+        <translation>%1 konnte nicht geöffnet werden</translation>
+    </message>
+</context>
+<context>
+    <name>vn::dialog_about</name>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>Version:</source>
+        <translation>Version:</translation>
+    </message>
+    <message>
+        <source>Bit</source>
+        <translation>Bit</translation>
+    </message>
+    <message>
+        <source>Webseite:</source>
+        <translation>Webseite:</translation>
+    </message>
+    <message>
+        <source>Click here for 3rd party library information</source>
+        <translation>Hier klicken für Informationen zu Bibliotheken von Drittanbietern</translation>
+    </message>
+    <message>
+        <source>Copyright %1 %2-%3 %4. All rights reserved.</source>
+        <translation>Copyright %1 %2-%3 %4. Alle Rechte vorbehalten.</translation>
+    </message>
+    <message>
+        <source>This software uses the Qt toolkit, linked dynamically under the GNU Lesser General Public License (LGPL) version 3. The source code of the Qt SDK is available at:&lt;br&gt;&lt;a href=&quot;https://www.qt.io/&quot; style=&quot;color:#728a84;&quot;&gt;https://www.qt.io/&lt;/a&gt;</source>
+        <translation>Diese Software verwendet das Qt-Toolkit, dynamisch gebunden unter der GNU Lesser General Public License (LGPL) Version 3. Der Quellcode des Qt SDK ist erhältlich unter:&lt;br&gt;&lt;a href=&quot;https://www.qt.io/&quot; style=&quot;color:#728a84;&quot;&gt;https://www.qt.io/&lt;/a&gt;</translation>
+    </message>
+    <message>
+        <source>This software uses ExifTool by Phil Harvey to read and write metadata:&lt;br&gt;&lt;a href=&quot;https://exiftool.org/&quot; style=&quot;color:#728a84;&quot;&gt;https://exiftool.org/&lt;/a&gt;</source>
+        <translation>Diese Software verwendet ExifTool von Phil Harvey, um Metadaten zu lesen und zu schreiben:&lt;br&gt;&lt;a href=&quot;https://exiftool.org/&quot; style=&quot;color:#728a84;&quot;&gt;https://exiftool.org/&lt;/a&gt;</translation>
+    </message>
+    <message>
+        <source>This software embeds the fonts FreeSans and FreeSansBold of GNU FreeFont, licensed under the GNU General Public License version 3 or later with the font exception:&lt;br&gt;&lt;a href=&quot;https://www.gnu.org/software/freefont/&quot; style=&quot;color:#728a84;&quot;&gt;https://www.gnu.org/software/freefont/&lt;/a&gt;</source>
+        <translation>Diese Software enthält die Schriften FreeSans und FreeSansBold aus GNU FreeFont, lizenziert unter der GNU General Public License Version 3 oder später mit Schriftausnahme:&lt;br&gt;&lt;a href=&quot;https://www.gnu.org/software/freefont/&quot; style=&quot;color:#728a84;&quot;&gt;https://www.gnu.org/software/freefont/&lt;/a&gt;</translation>
+    </message>
+</context>
 </TS>
