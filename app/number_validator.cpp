@@ -1,6 +1,7 @@
 #include "number_validator.h"
 
-number_validator::number_validator(QObject *parent) : QValidator(parent)
+number_validator::number_validator(QObject *parent)
+    : QValidator(parent)
 {
     int_validator_.setBottom(0);
 }

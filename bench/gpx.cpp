@@ -10,9 +10,9 @@
 #include <QTextStream>
 
 #include <cstdio>
-#include <sys/resource.h>
 #include <iostream>
 #include <sstream>
+#include <sys/resource.h>
 
 namespace {
 
@@ -62,8 +62,8 @@ long cpu_ms()
 {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    return long(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000
-           + long(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
+    return long(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000 +
+           long(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000;
 }
 
 } // namespace
@@ -96,8 +96,8 @@ int main(int argc, char **argv)
     std::cout.rdbuf(old);
 
     std::printf("gpx: %d points from %lld bytes\n", points, QFile(path).size());
-    std::printf("gpx: read in %lld ms wall, %ld ms processor time (target <= 500 ms)\n",
-                elapsed_ms, cpu_used);
+    std::printf("gpx: read in %lld ms wall, %ld ms processor time (target <= 500 ms)\n", elapsed_ms,
+                cpu_used);
     std::printf("gpx: peak memory %ld kB (%ld kB before the read)\n", peak_kb(), before_kb);
     return points == point_count ? 0 : 1;
 }

@@ -5,13 +5,13 @@
 //   QT_QPA_PLATFORM=offscreen ./log > /dev/null
 #include <vn/application_log.h>
 
+#include <QAbstractTextDocumentLayout>
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QAbstractTextDocumentLayout>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QTextBlock>
 #include <QTextDocument>
-#include <QPlainTextEdit>
 
 #include <cstdio>
 #include <functional>
@@ -83,8 +83,8 @@ int main(int argc, char **argv)
     // Timed on its own, so that a view that lays out the whole text shows
     // here and not inside the poll below.
     QTextDocument *document = log->view(tab)->document();
-    const double layout = time_ms(
-        [&] { document->documentLayout()->blockBoundingRect(document->lastBlock()); });
+    const double layout =
+        time_ms([&] { document->documentLayout()->blockBoundingRect(document->lastBlock()); });
     std::fprintf(stderr, "layout of the rebuilt view, once: %.1f ms\n", layout);
 
     write_to_stdout(new_lines, total_lines);

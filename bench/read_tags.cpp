@@ -37,8 +37,8 @@ double cpu_seconds()
 {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_utime.tv_sec + usage.ru_stime.tv_sec
-           + (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+    return usage.ru_utime.tv_sec + usage.ru_stime.tv_sec +
+           (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
 
 // Noise does not compress, so the JPEG reaches the wanted size.
@@ -203,11 +203,11 @@ figures read_with_pipes(raw_exiftool &tool, const QStringList &files, int *next_
     std::string reply;
     for (const QString &file : files) {
         const std::string name = file.toStdString();
-        if (!tool.run(name + "\n", (*next_id)++, &reply)
-            || reply.find("-Make=Loxmere") == std::string::npos)
+        if (!tool.run(name + "\n", (*next_id)++, &reply) ||
+            reply.find("-Make=Loxmere") == std::string::npos)
             ++result.failures;
-        if (!tool.run("-G1\n-a\n" + name + "\n", (*next_id)++, &reply)
-            || reply.find("-IFD0:Make=Loxmere") == std::string::npos)
+        if (!tool.run("-G1\n-a\n" + name + "\n", (*next_id)++, &reply) ||
+            reply.find("-IFD0:Make=Loxmere") == std::string::npos)
             ++result.failures;
     }
     result.wall = clock.nsecsElapsed() / 1e9;

@@ -50,8 +50,9 @@ data_set make_data(int photos, int points_per_photo)
     const QDateTime first = when;
     for (int i = 0; i < photos; ++i) {
         const int kind = percent(random);
-        when = when.addSecs(kind < 70 ? seconds(random)
-                                      : kind < 95 ? minutes(random) * 60 : hours(random) * 3600);
+        when = when.addSecs(kind < 70   ? seconds(random)
+                            : kind < 95 ? minutes(random) * 60
+                                        : hours(random) * 3600);
         const QString file = QString("/bench/photos/IMG_%1.JPG").arg(i, 6, 10, QChar('0'));
         exif_tag_map values;
         values["rec_year"] = QString::number(when.date().year());
@@ -167,8 +168,7 @@ int main(int argc, char **argv)
                     table_data_model::sorted_by_date(data.files, order, values);
                 Q_UNUSED(sorted)
             });
-            const char *const order_name =
-                order == Qt::AscendingOrder ? "ascending" : "descending";
+            const char *const order_name = order == Qt::AscendingOrder ? "ascending" : "descending";
             std::printf("photos %6d points %7d  sort    %-13s %-10s %9.2f ms wall %9.2f ms cpu\n",
                         photos, data.track.points.size(), "table files", order_name,
                         sort_ms.wall_ms, sort_ms.cpu_ms);
@@ -178,19 +178,17 @@ int main(int argc, char **argv)
             model.sort(1, order);
             for (int mode = 0; mode < 5; ++mode) {
                 model.gps_sync_order_changed(mode);
-                const timing ms =
-                    best_ms(repeats_for(photos), [&] { model.rebuild_cache(); });
-                std::printf("photos %6d points %7d  rebuild %-13s %-10s %9.2f ms wall %9.2f ms cpu\n",
-                            photos, data.track.points.size(), mode_names[mode],
-                            order == Qt::AscendingOrder ? "ascending" : "descending", ms.wall_ms,
-                            ms.cpu_ms);
+                const timing ms = best_ms(repeats_for(photos), [&] { model.rebuild_cache(); });
+                std::printf(
+                    "photos %6d points %7d  rebuild %-13s %-10s %9.2f ms wall %9.2f ms cpu\n",
+                    photos, data.track.points.size(), mode_names[mode],
+                    order == Qt::AscendingOrder ? "ascending" : "descending", ms.wall_ms,
+                    ms.cpu_ms);
                 if (photos == 10000 && ms.wall_ms > slowest) {
                     slowest = ms.wall_ms;
                     slowest_cpu = ms.cpu_ms;
-                    slowest_what = QString("%1, %2").arg(mode_names[mode],
-                                                         order == Qt::AscendingOrder
-                                                             ? "ascending"
-                                                             : "descending");
+                    slowest_what = QString("%1, %2").arg(
+                        mode_names[mode], order == Qt::AscendingOrder ? "ascending" : "descending");
                 }
             }
         }

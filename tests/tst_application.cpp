@@ -10,7 +10,9 @@ class probe_window : public vn::main_window
     Q_OBJECT
 
 public:
-    explicit probe_window(QWidget *parent) : vn::main_window(parent) {}
+    explicit probe_window(QWidget *parent)
+        : vn::main_window(parent)
+    {}
     QList<QEvent::Type> seen;
     QStringList opened;
 
@@ -86,7 +88,8 @@ void tst_application::queued_call_stays_with_application()
     QVERIFY(QTest::qWaitForWindowExposed(app()->main_window));
 
     bool ran = false;
-    QMetaObject::invokeMethod(app(), [&ran] { ran = true; }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        app(), [&ran] { ran = true; }, Qt::QueuedConnection);
     QTRY_VERIFY(ran);
     QVERIFY(!app()->main_window->seen.contains(QEvent::MetaCall));
 }

@@ -3,10 +3,10 @@
 #include <QAbstractButton>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QPlainTextEdit>
 #include <QtTest>
 
 #include <iostream>
@@ -56,7 +56,8 @@ void tst_application_log::initTestCase()
     log->add_command("probe-long", [](const QString &arg) {
         std::cout << "probe-long got [" << arg.toStdString() << "]" << std::endl;
     });
-    log->add_command("secret", [](const QString &) {}, true);
+    log->add_command(
+        "secret", [](const QString &) {}, true);
 }
 
 void tst_application_log::cleanup()
@@ -94,15 +95,33 @@ void tst_application_log::filtered_text_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("filter");
     QTest::addColumn<QString>("expected");
-    QTest::addRow("empty filter keeps text as it is") << "a\n\nb" << "" << "a\n\nb";
-    QTest::addRow("case-insensitive") << "Warning: x\nDebug: y\n" << "warn" << "Warning: x\n";
-    QTest::addRow("empty lines dropped") << "ab\n\nab\n" << "a" << "ab\nab\n";
-    QTest::addRow("last line gets a line feed") << "x1\nx2" << "x" << "x1\nx2\n";
-    QTest::addRow("nothing matches") << "a\nb\n" << "zz" << "";
-    QTest::addRow("two hits on one line, kept once") << "xaxa\nb\n" << "a" << "xaxa\n";
-    QTest::addRow("hit at start and end of text") << "ab\nc\nab" << "ab" << "ab\nab\n";
-    QTest::addRow("line feed in filter matches nothing") << "a\nb\n" << "a\nb" << "";
-    QTest::addRow("filter longer than a line") << "ab\nabc\n" << "abc" << "abc\n";
+    QTest::addRow("empty filter keeps text as it is") << "a\n\nb"
+                                                      << ""
+                                                      << "a\n\nb";
+    QTest::addRow("case-insensitive") << "Warning: x\nDebug: y\n"
+                                      << "warn"
+                                      << "Warning: x\n";
+    QTest::addRow("empty lines dropped") << "ab\n\nab\n"
+                                         << "a"
+                                         << "ab\nab\n";
+    QTest::addRow("last line gets a line feed") << "x1\nx2"
+                                                << "x"
+                                                << "x1\nx2\n";
+    QTest::addRow("nothing matches") << "a\nb\n"
+                                     << "zz"
+                                     << "";
+    QTest::addRow("two hits on one line, kept once") << "xaxa\nb\n"
+                                                     << "a"
+                                                     << "xaxa\n";
+    QTest::addRow("hit at start and end of text") << "ab\nc\nab"
+                                                  << "ab"
+                                                  << "ab\nab\n";
+    QTest::addRow("line feed in filter matches nothing") << "a\nb\n"
+                                                         << "a\nb"
+                                                         << "";
+    QTest::addRow("filter longer than a line") << "ab\nabc\n"
+                                               << "abc"
+                                               << "abc\n";
     QTest::addRow("umlaut case") << QString::fromUtf8("ÄRGER\nok\n") << QString::fromUtf8("ärg")
                                  << QString::fromUtf8("ÄRGER\n");
 }
@@ -143,10 +162,18 @@ void tst_application_log::commands_data()
     QTest::addRow("help") << "help" << list << "";
     QTest::addRow("HELP") << "HELP" << list << "";
     QTest::addRow("helpme passes me") << "helpme" << list << "";
-    QTest::addRow("argument keeps its case") << "PROBE Some Arg" << "probe got [ Some Arg]\n" << "";
-    QTest::addRow("longest key wins") << "probe-longX" << "probe-long got [X]\n" << "";
-    QTest::addRow("no match stays as filter") << "nothing" << "" << "nothing";
-    QTest::addRow("prefix of a key is no match") << "hel" << "" << "hel";
+    QTest::addRow("argument keeps its case") << "PROBE Some Arg"
+                                             << "probe got [ Some Arg]\n"
+                                             << "";
+    QTest::addRow("longest key wins") << "probe-longX"
+                                      << "probe-long got [X]\n"
+                                      << "";
+    QTest::addRow("no match stays as filter") << "nothing"
+                                              << ""
+                                              << "nothing";
+    QTest::addRow("prefix of a key is no match") << "hel"
+                                                 << ""
+                                                 << "hel";
 }
 
 void tst_application_log::commands()
@@ -193,8 +220,8 @@ void tst_application_log::save_format()
     qputenv("XDG_CONFIG_HOME", old_config);
 
     const QString folder = desktop_exists ? home.path() + "/Desktop" : home.path();
-    const QRegularExpression name_form("^" + QRegularExpression::escape(folder)
-                                       + "/LogTest Log (\\d+)\\.log$");
+    const QRegularExpression name_form("^" + QRegularExpression::escape(folder) +
+                                       "/LogTest Log (\\d+)\\.log$");
     const QRegularExpressionMatch match = name_form.match(name);
     QVERIFY2(match.hasMatch(), qPrintable(name));
     QVERIFY(match.captured(1).toLongLong() >= before && match.captured(1).toLongLong() <= after);
@@ -264,7 +291,8 @@ void tst_application_log::tab_bar_only_with_second_tab()
 class box_answerer : public QObject
 {
 public:
-    box_answerer(const QString &answer) : answer_(answer)
+    box_answerer(const QString &answer)
+        : answer_(answer)
     {
         connect(&timer_, &QTimer::timeout, this, [this] {
             auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());

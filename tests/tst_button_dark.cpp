@@ -142,8 +142,9 @@ void tst_button_dark::sheet_after_setter_data()
         b.set_side_padding(8);
         b.set_side_padding(0);
     }) << sheet("dark", "center", "", fixed_disabled);
-    QTest::addRow("text colour") << setter_function(
-        [](button_dark &b) { b.set_text_colour(pixel_argb(0x80102030)); })
+    QTest::addRow("text colour") << setter_function([](button_dark &b) {
+        b.set_text_colour(pixel_argb(0x80102030));
+    })
                                  << sheet("dark", "center", "color:rgba(16,32,48,128);",
                                           "QPushButton::disabled{color:rgba(16,32,48,50%);}");
     QTest::addRow("padding and text colour")

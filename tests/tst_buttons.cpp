@@ -394,9 +394,9 @@ void tst_buttons::switch_image_per_state()
     s.resize(40, 20);
     s.setChecked(checked);
     s.grab(); // paints, which sets the sheet of the state
-    QCOMPARE(s.styleSheet(), "QPushButton{background-image:url(" + image
-                                 + ");}QToolTip{border:1px solid rgb(99,99,99);"
-                                   "background-image:none;background-color:rgb(47,47,47);}");
+    QCOMPARE(s.styleSheet(), "QPushButton{background-image:url(" + image +
+                                 ");}QToolTip{border:1px solid rgb(99,99,99);"
+                                 "background-image:none;background-color:rgb(47,47,47);}");
 }
 
 void tst_buttons::switch_latch_data()

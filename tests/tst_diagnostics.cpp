@@ -24,8 +24,8 @@ void tst_diagnostics::initTestCase()
 
 void tst_diagnostics::component_report_lines()
 {
-    const QStringList lines
-        = QString::fromStdString(vn::component_report()).split('\n', Qt::SkipEmptyParts);
+    const QStringList lines =
+        QString::fromStdString(vn::component_report()).split('\n', Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 3);
     const QStringList names = {"application", "vn_infrastructure", "vn_toolkit"};
     // A build from this repository has its 7-digit revision; one outside git says so.
@@ -68,12 +68,11 @@ void tst_diagnostics::application_report()
                                  .arg(__clang_minor__)
                                  .arg(__clang_patchlevel__);
 #elif defined(__GNUC__)
-    const QString compiler = QString("gcc Version: %1.%2.%3")
-                                 .arg(__GNUC__).arg(__GNUC_MINOR__).arg(__GNUC_PATCHLEVEL__);
+    const QString compiler =
+        QString("gcc Version: %1.%2.%3").arg(__GNUC__).arg(__GNUC_MINOR__).arg(__GNUC_PATCHLEVEL__);
 #endif
-    const QString head = "OS: " + QSysInfo::prettyProductName() + "\nABI: "
-                         + QSysInfo::buildAbi() + "\n" + compiler
-                         + "\n\nApplication: DiagTest\nVersion: 3.4.5\nBuild: ";
+    const QString head = "OS: " + QSysInfo::prettyProductName() + "\nABI: " + QSysInfo::buildAbi() +
+                         "\n" + compiler + "\n\nApplication: DiagTest\nVersion: 3.4.5\nBuild: ";
     QVERIFY2(report.startsWith(head), qPrintable(report));
 
     const QString build_line = report.mid(head.size()).section('\n', 0, 0);

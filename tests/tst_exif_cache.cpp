@@ -56,7 +56,9 @@ namespace {
 class cout_capture
 {
 public:
-    cout_capture() : old_(std::cout.rdbuf(buffer_.rdbuf())) {}
+    cout_capture()
+        : old_(std::cout.rdbuf(buffer_.rdbuf()))
+    {}
     ~cout_capture() { std::cout.rdbuf(old_); }
     QString text() const { return QString::fromStdString(buffer_.str()); }
 
@@ -115,38 +117,68 @@ void tst_exif_cache::recording_date_data()
     QTest::addColumn<QString>("time");
     QTest::addColumn<QString>("printed"); // %1 stands for the file name
 
-    QTest::addRow("plain") << true << "2015:06:01 12:34:56" << "2015|06|01" << "12|34|56" << "";
-    QTest::addRow("zone east dropped")
-        << true << "2015:06:01 12:34:56+02:00" << "2015|06|01" << "12|34|56" << "";
-    QTest::addRow("zone west dropped")
-        << true << "2015:06:01 12:34:56-05:00" << "2015|06|01" << "12|34|56" << "";
-    QTest::addRow("sub-seconds kept with zone")
-        << true << "2021:05:16 12:27:36.107-07:00" << "2021|05|16" << "12|27|36.107" << "";
-    QTest::addRow("trailing Z kept") << true << "2013:07:05 03:18:27Z" << "2013|07|05"
-                                     << "03|18|27Z" << "";
-    QTest::addRow("zeros stand as they are")
-        << true << "0000:00:00 00:00:00" << "0000|00|00" << "00|00|00" << "";
-    QTest::addRow("missing tag") << false << "" << "file" << "file" << "";
-    QTest::addRow("empty tag") << true << "" << "file" << "file" << "";
-    QTest::addRow("no blank")
-        << true << "2015:06:01" << "file" << "file"
-        << "Error[%1]: Can't parse exif recording date/time '2015:06:01'\n";
+    QTest::addRow("plain") << true << "2015:06:01 12:34:56"
+                           << "2015|06|01"
+                           << "12|34|56"
+                           << "";
+    QTest::addRow("zone east dropped") << true << "2015:06:01 12:34:56+02:00"
+                                       << "2015|06|01"
+                                       << "12|34|56"
+                                       << "";
+    QTest::addRow("zone west dropped") << true << "2015:06:01 12:34:56-05:00"
+                                       << "2015|06|01"
+                                       << "12|34|56"
+                                       << "";
+    QTest::addRow("sub-seconds kept with zone") << true << "2021:05:16 12:27:36.107-07:00"
+                                                << "2021|05|16"
+                                                << "12|27|36.107"
+                                                << "";
+    QTest::addRow("trailing Z kept") << true << "2013:07:05 03:18:27Z"
+                                     << "2013|07|05"
+                                     << "03|18|27Z"
+                                     << "";
+    QTest::addRow("zeros stand as they are") << true << "0000:00:00 00:00:00"
+                                             << "0000|00|00"
+                                             << "00|00|00"
+                                             << "";
+    QTest::addRow("missing tag") << false << ""
+                                 << "file"
+                                 << "file"
+                                 << "";
+    QTest::addRow("empty tag") << true << ""
+                               << "file"
+                               << "file"
+                               << "";
+    QTest::addRow("no blank") << true << "2015:06:01"
+                              << "file"
+                              << "file"
+                              << "Error[%1]: Can't parse exif recording date/time '2015:06:01'\n";
     QTest::addRow("two blanks")
-        << true << "2015:06:01  12:34:56" << "file" << "file"
+        << true << "2015:06:01  12:34:56"
+        << "file"
+        << "file"
         << "Error[%1]: Can't parse exif recording date/time '2015:06:01  12:34:56'\n";
     QTest::addRow("blanks and colons")
-        << true << "    :  :     :  :" << "file" << "file"
+        << true << "    :  :     :  :"
+        << "file"
+        << "file"
         << "Error[%1]: Can't parse exif recording date/time '    :  :     :  :'\n";
-    QTest::addRow("empty day")
-        << true << "2015:06: 12:34:56" << "file" << "12|34|56"
-        << "Error[%1]: Can't parse exif recording date '2015:06:'\n";
-    QTest::addRow("empty minute")
-        << true << "2015:06:01 12::56+01:00" << "2015|06|01" << "file"
-        << "Error[%1]: Can't parse exif recording time '12::56'\n";
-    QTest::addRow("date without colons, silent")
-        << true << "2015-06-01 12:34:56" << "-|-|-" << "12|34|56" << "";
-    QTest::addRow("time with one colon, silent")
-        << true << "2015:06:01 12:34" << "2015|06|01" << "-|-|-" << "";
+    QTest::addRow("empty day") << true << "2015:06: 12:34:56"
+                               << "file"
+                               << "12|34|56"
+                               << "Error[%1]: Can't parse exif recording date '2015:06:'\n";
+    QTest::addRow("empty minute") << true << "2015:06:01 12::56+01:00"
+                                  << "2015|06|01"
+                                  << "file"
+                                  << "Error[%1]: Can't parse exif recording time '12::56'\n";
+    QTest::addRow("date without colons, silent") << true << "2015-06-01 12:34:56"
+                                                 << "-|-|-"
+                                                 << "12|34|56"
+                                                 << "";
+    QTest::addRow("time with one colon, silent") << true << "2015:06:01 12:34"
+                                                 << "2015|06|01"
+                                                 << "-|-|-"
+                                                 << "";
 }
 
 void tst_exif_cache::recording_date()
@@ -182,25 +214,26 @@ void tst_exif_cache::position_data()
     // has_gps_position|gps_lat|gps_lat_ref|gps_lon|gps_lon_ref|gps_numerical
     QTest::addColumn<QString>("expected");
 
-    QTest::addRow("south west")
-        << true << "48 deg 8' 13.20\" S, 11 deg 34' 30.00\" W"
-        << "true|-48.137000|S|-11.575000|W|-48.137000, -11.575000";
-    QTest::addRow("north east")
-        << true << "43 deg 28' 2.81\" N, 11 deg 53' 6.46\" E"
-        << "true|43.467447|N|11.885128|E|43.467447, 11.885128";
-    QTest::addRow("zero degrees, south")
-        << true << "0 deg 22' 16.68\" S, 36 deg 3' 23.10\" E"
-        << "true|-0.371300|S|36.056417|E|-0.371300, 36.056417";
-    QTest::addRow("0/0 is a position")
-        << true << "0 deg 0' 0.00\" N, 0 deg 0' 0.00\" E"
-        << "true|0.000000|N|0.000000|E|0.000000, 0.000000";
-    QTest::addRow("dash is no position") << true << "-" << "|||||";
-    QTest::addRow("missing tag") << false << "" << "|||||";
-    QTest::addRow("empty value") << true << "" << "true|||||";
-    QTest::addRow("three parts") << true << "1, 2, 3" << "true|||||";
-    QTest::addRow("too few tokens") << true << "48 deg, 11 deg" << "true|||||";
-    QTest::addRow("longitude short")
-        << true << "48 deg 8' 13.20\" N, 11" << "true|48.137000|N|||";
+    QTest::addRow("south west") << true << "48 deg 8' 13.20\" S, 11 deg 34' 30.00\" W"
+                                << "true|-48.137000|S|-11.575000|W|-48.137000, -11.575000";
+    QTest::addRow("north east") << true << "43 deg 28' 2.81\" N, 11 deg 53' 6.46\" E"
+                                << "true|43.467447|N|11.885128|E|43.467447, 11.885128";
+    QTest::addRow("zero degrees, south") << true << "0 deg 22' 16.68\" S, 36 deg 3' 23.10\" E"
+                                         << "true|-0.371300|S|36.056417|E|-0.371300, 36.056417";
+    QTest::addRow("0/0 is a position") << true << "0 deg 0' 0.00\" N, 0 deg 0' 0.00\" E"
+                                       << "true|0.000000|N|0.000000|E|0.000000, 0.000000";
+    QTest::addRow("dash is no position") << true << "-"
+                                         << "|||||";
+    QTest::addRow("missing tag") << false << ""
+                                 << "|||||";
+    QTest::addRow("empty value") << true << ""
+                                 << "true|||||";
+    QTest::addRow("three parts") << true << "1, 2, 3"
+                                 << "true|||||";
+    QTest::addRow("too few tokens") << true << "48 deg, 11 deg"
+                                    << "true|||||";
+    QTest::addRow("longitude short") << true << "48 deg 8' 13.20\" N, 11"
+                                     << "true|48.137000|N|||";
     QTest::addRow("unknown letter counts as negative")
         << true << "48 deg 8' 13.20\" X, 11 deg 34' 30.00\" Y"
         << "true|-48.137000|X|-11.575000|Y|-48.137000, -11.575000";
@@ -232,49 +265,66 @@ void tst_exif_cache::camera_data()
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("expected");
 
-    QTest::addRow("fstop plain") << exif_tag_map{{"FNumber", "2.8"}} << "fstop" << "2.8";
-    QTest::addRow("fstop f") << exif_tag_map{{"FNumber", "f2.8"}} << "fstop" << "2.8";
-    QTest::addRow("fstop F and blank") << exif_tag_map{{"FNumber", "F 4.0"}} << "fstop" << "4.0";
-    QTest::addRow("fstop one affix per end")
-        << exif_tag_map{{"FNumber", "ff2.8f"}} << "fstop" << "f2.8";
-    QTest::addRow("no fstop") << exif_tag_map{} << "fstop" << "";
+    QTest::addRow("fstop plain") << exif_tag_map{{"FNumber", "2.8"}} << "fstop"
+                                 << "2.8";
+    QTest::addRow("fstop f") << exif_tag_map{{"FNumber", "f2.8"}} << "fstop"
+                             << "2.8";
+    QTest::addRow("fstop F and blank") << exif_tag_map{{"FNumber", "F 4.0"}} << "fstop"
+                                       << "4.0";
+    QTest::addRow("fstop one affix per end") << exif_tag_map{{"FNumber", "ff2.8f"}} << "fstop"
+                                             << "f2.8";
+    QTest::addRow("no fstop") << exif_tag_map{} << "fstop"
+                              << "";
     QTest::addRow("focal length") << exif_tag_map{{"FocalLength", "5.0 mm"}} << "focal_length"
                                   << "5.0";
     // the unit is taken off the ends only
     QTest::addRow("focal length with equivalent")
-        << exif_tag_map{{"FocalLength", "5.0 mm (35 mm equivalent: 28.0 mm)"}}
-        << "focal_length" << "5.0 mm (35 mm equivalent: 28.0 mm)";
-    QTest::addRow("iso") << exif_tag_map{{"ISO", "64"}} << "iso" << "64";
+        << exif_tag_map{{"FocalLength", "5.0 mm (35 mm equivalent: 28.0 mm)"}} << "focal_length"
+        << "5.0 mm (35 mm equivalent: 28.0 mm)";
+    QTest::addRow("iso") << exif_tag_map{{"ISO", "64"}} << "iso"
+                         << "64";
     QTest::addRow("camera") << exif_tag_map{{"Model", "COOLPIX P6000"}} << "camera"
                             << "COOLPIX P6000";
-    QTest::addRow("lens model first")
-        << exif_tag_map{{"LensModel", "A"}, {"Lens", "B"}} << "lens" << "A";
+    QTest::addRow("lens model first") << exif_tag_map{{"LensModel", "A"}, {"Lens", "B"}} << "lens"
+                                      << "A";
     QTest::addRow("lens model empty still wins")
-        << exif_tag_map{{"LensModel", ""}, {"Lens", "B"}} << "lens" << "";
-    QTest::addRow("lens alone") << exif_tag_map{{"Lens", "B"}} << "lens" << "B";
+        << exif_tag_map{{"LensModel", ""}, {"Lens", "B"}} << "lens"
+        << "";
+    QTest::addRow("lens alone") << exif_tag_map{{"Lens", "B"}} << "lens"
+                                << "B";
     QTest::addRow("exif width first")
-        << exif_tag_map{{"ExifImageWidth", "640"}, {"ImageWidth", "320"}} << "image_w" << "640";
+        << exif_tag_map{{"ExifImageWidth", "640"}, {"ImageWidth", "320"}} << "image_w"
+        << "640";
     QTest::addRow("image size when no exif size")
-        << exif_tag_map{{"ExifImageWidth", ""}, {"ImageWidth", "320"}} << "image_w" << "320";
+        << exif_tag_map{{"ExifImageWidth", ""}, {"ImageWidth", "320"}} << "image_w"
+        << "320";
     QTest::addRow("exif height blocks image width")
-        << exif_tag_map{{"ExifImageHeight", "480"}, {"ImageWidth", "320"}} << "image_w" << "";
+        << exif_tag_map{{"ExifImageHeight", "480"}, {"ImageWidth", "320"}} << "image_w"
+        << "";
     QTest::addRow("exif height") << exif_tag_map{{"ExifImageHeight", "480"}} << "image_h"
                                  << "480";
-    QTest::addRow("rating") << exif_tag_map{{"Rating", "3"}} << "rating" << "3";
-    QTest::addRow("orientation") << exif_tag_map{{"Orientation", "Rotate 90 CW"}}
-                                 << "orientation" << "Rotate 90 CW";
-    QTest::addRow("shutter fraction") << exif_tag_map{{"ShutterSpeed", "1/200"}}
-                                      << "shutter_speed_decimal" << "0.005";
-    QTest::addRow("shutter thirds") << exif_tag_map{{"ShutterSpeed", "1/3"}}
-                                    << "shutter_speed_decimal" << "0.333333";
-    QTest::addRow("shutter as printed") << exif_tag_map{{"ShutterSpeed", "1/200"}}
-                                        << "shutter_speed_fractional" << "1/200";
-    QTest::addRow("whole seconds: no quotient") << exif_tag_map{{"ShutterSpeed", "2"}}
-                                                << "shutter_speed_decimal" << "";
-    QTest::addRow("whole seconds as printed") << exif_tag_map{{"ShutterSpeed", "2"}}
-                                              << "shutter_speed_fractional" << "2";
-    QTest::addRow("zero denominator") << exif_tag_map{{"ShutterSpeed", "1/0"}}
-                                      << "shutter_speed_decimal" << "";
+    QTest::addRow("rating") << exif_tag_map{{"Rating", "3"}} << "rating"
+                            << "3";
+    QTest::addRow("orientation") << exif_tag_map{{"Orientation", "Rotate 90 CW"}} << "orientation"
+                                 << "Rotate 90 CW";
+    QTest::addRow("shutter fraction")
+        << exif_tag_map{{"ShutterSpeed", "1/200"}} << "shutter_speed_decimal"
+        << "0.005";
+    QTest::addRow("shutter thirds")
+        << exif_tag_map{{"ShutterSpeed", "1/3"}} << "shutter_speed_decimal"
+        << "0.333333";
+    QTest::addRow("shutter as printed")
+        << exif_tag_map{{"ShutterSpeed", "1/200"}} << "shutter_speed_fractional"
+        << "1/200";
+    QTest::addRow("whole seconds: no quotient")
+        << exif_tag_map{{"ShutterSpeed", "2"}} << "shutter_speed_decimal"
+        << "";
+    QTest::addRow("whole seconds as printed")
+        << exif_tag_map{{"ShutterSpeed", "2"}} << "shutter_speed_fractional"
+        << "2";
+    QTest::addRow("zero denominator")
+        << exif_tag_map{{"ShutterSpeed", "1/0"}} << "shutter_speed_decimal"
+        << "";
 }
 
 void tst_exif_cache::camera()
@@ -302,46 +352,45 @@ void tst_exif_cache::group_flags_data()
     QTest::addRow("zone west") << exif_tag_map{{"IPTC:DateCreated", "2003:08:06"},
                                                {"IPTC:TimeCreated", "18:04:34-05:00"}}
                                << "true|true|-05:00|false|false";
-    QTest::addRow("second record") << exif_tag_map{{"IPTC:DateCreated", "2002:01:19"},
-                                                   {"IPTC2:TimeCreated", "16:47:42+00:00"}}
-                                   << "true|true|+00:00|false|false";
-    QTest::addRow("first record wins")
-        << exif_tag_map{{"IPTC:TimeCreated", "10:00:00+01:00"},
-                        {"IPTC2:TimeCreated", "10:00:00+02:00"}}
-        << "false|true|+01:00|false|false";
+    QTest::addRow("second record")
+        << exif_tag_map{{"IPTC:DateCreated", "2002:01:19"}, {"IPTC2:TimeCreated", "16:47:42+00:00"}}
+        << "true|true|+00:00|false|false";
+    QTest::addRow("first record wins") << exif_tag_map{{"IPTC:TimeCreated", "10:00:00+01:00"},
+                                                       {"IPTC2:TimeCreated", "10:00:00+02:00"}}
+                                       << "false|true|+01:00|false|false";
     QTest::addRow("XMP date beside IPTC date")
         << exif_tag_map{{"IPTC:DateCreated", "2002:06:20"},
                         {"XMP-photoshop:DateCreated", "2002:06:20"}}
         << "true|false||false|false";
-    QTest::addRow("XMP date alone") << exif_tag_map{{"XMP-photoshop:DateCreated", "2002:06:20"}}
-                                    << "false|false||false|false";
+    QTest::addRow("XMP date alone")
+        << exif_tag_map{{"XMP-photoshop:DateCreated", "2002:06:20"}} << "false|false||false|false";
     QTest::addRow("empty IPTC tags exist")
         << exif_tag_map{{"IPTC:DateCreated", ""}, {"IPTC:TimeCreated", ""}}
         << "true|true||false|false";
-    QTest::addRow("not an IPTC record") << exif_tag_map{{"IPTCX:DateCreated", "2002:06:20"}}
-                                        << "false|false||false|false";
-    QTest::addRow("XMP-exif latitude") << exif_tag_map{{"XMP-exif:GPSLatitude", "48.1"}}
-                                       << "false|false||true|false";
+    QTest::addRow("not an IPTC record")
+        << exif_tag_map{{"IPTCX:DateCreated", "2002:06:20"}} << "false|false||false|false";
+    QTest::addRow("XMP-exif latitude")
+        << exif_tag_map{{"XMP-exif:GPSLatitude", "48.1"}} << "false|false||true|false";
     QTest::addRow("XMP latitude") << exif_tag_map{{"XMP:GPSLatitude", "48.1"}}
                                   << "false|false||true|false";
-    QTest::addRow("XMP latitude empty") << exif_tag_map{{"XMP-exif:GPSLatitude", ""}}
-                                        << "false|false||false|false";
-    QTest::addRow("composite latitude") << exif_tag_map{{"Composite:GPSLatitude", "48.1"}}
-                                        << "false|false||false|false";
-    QTest::addRow("not an XMP group") << exif_tag_map{{"XMPfoo:GPSLatitude", "48.1"}}
-                                      << "false|false||false|false";
+    QTest::addRow("XMP latitude empty")
+        << exif_tag_map{{"XMP-exif:GPSLatitude", ""}} << "false|false||false|false";
+    QTest::addRow("composite latitude")
+        << exif_tag_map{{"Composite:GPSLatitude", "48.1"}} << "false|false||false|false";
+    QTest::addRow("not an XMP group")
+        << exif_tag_map{{"XMPfoo:GPSLatitude", "48.1"}} << "false|false||false|false";
     QTest::addRow("latitude ref") << exif_tag_map{{"XMP-exif:GPSLatitudeRef", "N"}}
                                   << "false|false||false|false";
-    QTest::addRow("Keys coordinates") << exif_tag_map{{"Keys:GPSCoordinates", "32 deg"}}
-                                      << "false|false||false|true";
-    QTest::addRow("UserData coordinates") << exif_tag_map{{"UserData:GPSCoordinates", "32 deg"}}
-                                          << "false|false||false|true";
-    QTest::addRow("ItemList coordinates") << exif_tag_map{{"ItemList:GPSCoordinates", "32 deg"}}
-                                          << "false|false||false|true";
+    QTest::addRow("Keys coordinates")
+        << exif_tag_map{{"Keys:GPSCoordinates", "32 deg"}} << "false|false||false|true";
+    QTest::addRow("UserData coordinates")
+        << exif_tag_map{{"UserData:GPSCoordinates", "32 deg"}} << "false|false||false|true";
+    QTest::addRow("ItemList coordinates")
+        << exif_tag_map{{"ItemList:GPSCoordinates", "32 deg"}} << "false|false||false|true";
     QTest::addRow("QuickTime coordinates")
         << exif_tag_map{{"QuickTime:GPSCoordinates", "32 deg"}} << "false|false||false|true";
-    QTest::addRow("QuickTime coordinates empty") << exif_tag_map{{"Keys:GPSCoordinates", ""}}
-                                                 << "false|false||false|false";
+    QTest::addRow("QuickTime coordinates empty")
+        << exif_tag_map{{"Keys:GPSCoordinates", ""}} << "false|false||false|false";
     QTest::addRow("other group coordinates")
         << exif_tag_map{{"Composite:GPSCoordinates", "32 deg"}} << "false|false||false|false";
 }
@@ -507,34 +556,69 @@ void tst_exif_cache::corpus_flags_data()
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("expected");
 
-    QTest::addRow("EXIF and XMP position: xmp")
-        << "DSCN0012_xmp_gps.jpg" << "has_xmp_gps" << "true";
-    QTest::addRow("EXIF and XMP position: quicktime")
-        << "DSCN0012_xmp_gps.jpg" << "has_quicktime_gps" << "false";
-    QTest::addRow("XMP position, empty EXIF: xmp") << "Nikon D5000.jpg" << "has_xmp_gps" << "true";
-    QTest::addRow("XMP position, empty EXIF: no position")
-        << "Nikon D5000.jpg" << "has_gps_position" << "";
-    QTest::addRow("XMP only: xmp") << "Olympus_C8080WZ_xmp_only_gps.jpg" << "has_xmp_gps"
+    QTest::addRow("EXIF and XMP position: xmp") << "DSCN0012_xmp_gps.jpg"
+                                                << "has_xmp_gps"
+                                                << "true";
+    QTest::addRow("EXIF and XMP position: quicktime") << "DSCN0012_xmp_gps.jpg"
+                                                      << "has_quicktime_gps"
+                                                      << "false";
+    QTest::addRow("XMP position, empty EXIF: xmp") << "Nikon D5000.jpg"
+                                                   << "has_xmp_gps"
+                                                   << "true";
+    QTest::addRow("XMP position, empty EXIF: no position") << "Nikon D5000.jpg"
+                                                           << "has_gps_position"
+                                                           << "";
+    QTest::addRow("XMP only: xmp") << "Olympus_C8080WZ_xmp_only_gps.jpg"
+                                   << "has_xmp_gps"
                                    << "true";
-    QTest::addRow("XMP only: latitude") << "Olympus_C8080WZ_xmp_only_gps.jpg" << "gps_lat"
+    QTest::addRow("XMP only: latitude") << "Olympus_C8080WZ_xmp_only_gps.jpg"
+                                        << "gps_lat"
                                         << "-33.856783";
-    QTest::addRow("video: quicktime") << "with-gps.mov" << "has_quicktime_gps" << "true";
-    QTest::addRow("video: xmp") << "with-gps.mov" << "has_xmp_gps" << "false";
-    QTest::addRow("no XMP: xmp") << "Canon_40D.jpg" << "has_xmp_gps" << "false";
-    QTest::addRow("no XMP: quicktime") << "Canon_40D.jpg" << "has_quicktime_gps" << "false";
-    QTest::addRow("no XMP: position") << "Canon_40D.jpg" << "has_gps_position" << "";
-    QTest::addRow("XMP without GPS") << "Pentax_K10D.jpg" << "has_xmp_gps" << "false";
-    QTest::addRow("IPTC zone west") << "Nikon D1X.jpg" << "iptc_timezone" << "-05:00";
-    QTest::addRow("second IPTC record: time") << "Issue 122.jpg" << "has_iptc_time" << "true";
-    QTest::addRow("second IPTC record: zone") << "Issue 122.jpg" << "iptc_timezone" << "+00:00";
-    QTest::addRow("IPTC date beside XMP date")
-        << "FujiFilm FinePixS1Pro (1).jpg" << "has_iptc_date" << "true";
-    QTest::addRow("IPTC date without time")
-        << "FujiFilm FinePixS1Pro (1).jpg" << "has_iptc_time" << "false";
-    QTest::addRow("empty IPTC tags: date") << "Issue 247-1.nef" << "has_iptc_date" << "true";
-    QTest::addRow("empty IPTC tags: zone") << "Issue 247-1.nef" << "iptc_timezone" << "";
-    QTest::addRow("camera") << "DSCN0010.jpg" << "camera" << "COOLPIX P6000";
-    QTest::addRow("umlaut name") << "Grünwald Straße 1.jpg" << "gps_lat_ref" << "N";
+    QTest::addRow("video: quicktime") << "with-gps.mov"
+                                      << "has_quicktime_gps"
+                                      << "true";
+    QTest::addRow("video: xmp") << "with-gps.mov"
+                                << "has_xmp_gps"
+                                << "false";
+    QTest::addRow("no XMP: xmp") << "Canon_40D.jpg"
+                                 << "has_xmp_gps"
+                                 << "false";
+    QTest::addRow("no XMP: quicktime") << "Canon_40D.jpg"
+                                       << "has_quicktime_gps"
+                                       << "false";
+    QTest::addRow("no XMP: position") << "Canon_40D.jpg"
+                                      << "has_gps_position"
+                                      << "";
+    QTest::addRow("XMP without GPS") << "Pentax_K10D.jpg"
+                                     << "has_xmp_gps"
+                                     << "false";
+    QTest::addRow("IPTC zone west") << "Nikon D1X.jpg"
+                                    << "iptc_timezone"
+                                    << "-05:00";
+    QTest::addRow("second IPTC record: time") << "Issue 122.jpg"
+                                              << "has_iptc_time"
+                                              << "true";
+    QTest::addRow("second IPTC record: zone") << "Issue 122.jpg"
+                                              << "iptc_timezone"
+                                              << "+00:00";
+    QTest::addRow("IPTC date beside XMP date") << "FujiFilm FinePixS1Pro (1).jpg"
+                                               << "has_iptc_date"
+                                               << "true";
+    QTest::addRow("IPTC date without time") << "FujiFilm FinePixS1Pro (1).jpg"
+                                            << "has_iptc_time"
+                                            << "false";
+    QTest::addRow("empty IPTC tags: date") << "Issue 247-1.nef"
+                                           << "has_iptc_date"
+                                           << "true";
+    QTest::addRow("empty IPTC tags: zone") << "Issue 247-1.nef"
+                                           << "iptc_timezone"
+                                           << "";
+    QTest::addRow("camera") << "DSCN0010.jpg"
+                            << "camera"
+                            << "COOLPIX P6000";
+    QTest::addRow("umlaut name") << "Grünwald Straße 1.jpg"
+                                 << "gps_lat_ref"
+                                 << "N";
 }
 
 void tst_exif_cache::corpus_flags()
@@ -559,15 +643,28 @@ void tst_exif_cache::corpus_dates_data()
     QTest::addColumn<QString>("time");
     QTest::addColumn<QString>("printed");
 
-    QTest::addRow("plain") << "DSCN0010.jpg" << "2008|10|22" << "16|28|39" << "";
-    QTest::addRow("sub-seconds and zone")
-        << "FLIR iPhone device.jpg" << "2021|05|16" << "12|27|36.107" << "";
-    QTest::addRow("no date") << "67-0_length_string.jpg" << "file" << "file" << "";
+    QTest::addRow("plain") << "DSCN0010.jpg"
+                           << "2008|10|22"
+                           << "16|28|39"
+                           << "";
+    QTest::addRow("sub-seconds and zone") << "FLIR iPhone device.jpg"
+                                          << "2021|05|16"
+                                          << "12|27|36.107"
+                                          << "";
+    QTest::addRow("no date") << "67-0_length_string.jpg"
+                             << "file"
+                             << "file"
+                             << "";
     // the reader trims the value: the leading blanks are gone
     QTest::addRow("blanks and colons")
-        << "FujiFilm DX-5.jpg" << "file" << "file"
+        << "FujiFilm DX-5.jpg"
+        << "file"
+        << "file"
         << "Error[%1]: Can't parse exif recording date/time ':  :     :  :'\n";
-    QTest::addRow("zeros") << "Olympus C4040Z.jpg" << "0000|00|00" << "00|00|00" << "";
+    QTest::addRow("zeros") << "Olympus C4040Z.jpg"
+                           << "0000|00|00"
+                           << "00|00|00"
+                           << "";
 }
 
 void tst_exif_cache::corpus_dates()

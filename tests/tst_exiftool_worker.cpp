@@ -531,8 +531,8 @@ void tst_exiftool_worker::write_command_bytes()
     QVERIFY(vn::exiftool::write_tags(file, tags));
     const QByteArray log = read_log();
     const QByteArray expected =
-        (QStringLiteral("\n%1\n-overwrite_original_in_place\n-m\n").arg(file) + lines
-         + QStringLiteral("\n-execute"))
+        (QStringLiteral("\n%1\n-overwrite_original_in_place\n-m\n").arg(file) + lines +
+         QStringLiteral("\n-execute"))
             .toUtf8();
     QVERIFY2(log.startsWith(expected), log.constData());
     QVERIFY(QRegularExpression("^\\d+\\n$")
@@ -563,8 +563,8 @@ void tst_exiftool_worker::write_failure_text()
     exif_tag_map tags;
     tags.insert(QStringLiteral("Comment"), reply_line);
     if (!ok)
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Failed to execute command on '"
-                                                              + QRegularExpression::escape(file)));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Failed to execute command on '" +
+                                                              QRegularExpression::escape(file)));
     QCOMPARE(vn::exiftool::write_tags(file, tags), ok);
 }
 

@@ -82,8 +82,8 @@ void tst_gps_pos::coordinate_text_data()
     QTest::addRow("east") << 46.501221f << false << QString("46" + deg + "30'4\"E");
     QTest::addRow("west") << -11.5f << false << QString("11" + deg + "30'0\"W");
     // the float nearest 11.575 is 11.57499981: 29.99 seconds, truncated
-    QTest::addRow("float below the exact value") << 11.575f << false
-                                                 << QString("11" + deg + "34'29\"E");
+    QTest::addRow("float below the exact value")
+        << 11.575f << false << QString("11" + deg + "34'29\"E");
     // 29.99 seconds: rounding would give 30
     QTest::addRow("seconds truncated") << 46.50833f << false << QString("46" + deg + "30'29\"E");
     // 59.99 minutes: rounding would give a whole degree more
@@ -111,11 +111,16 @@ void tst_gps_pos::coordinate_text_stays_defined_data()
 
     // Values no integer type can hold: the text must still come out whole,
     // with the letter last (a sanitizer build catches a cast to int here).
-    QTest::addRow("nan") << float_nan() << true << "nan" << "S";
-    QTest::addRow("plus infinity") << float_inf() << false << "inf" << "E";
-    QTest::addRow("minus infinity") << -float_inf() << true << "inf" << "S";
-    QTest::addRow("1e30") << 1e30f << true << "1000000015047466219876688855040" << "N";
-    QTest::addRow("-3e9") << -3e9f << false << "3000000000" << "W";
+    QTest::addRow("nan") << float_nan() << true << "nan"
+                         << "S";
+    QTest::addRow("plus infinity") << float_inf() << false << "inf"
+                                   << "E";
+    QTest::addRow("minus infinity") << -float_inf() << true << "inf"
+                                    << "S";
+    QTest::addRow("1e30") << 1e30f << true << "1000000015047466219876688855040"
+                          << "N";
+    QTest::addRow("-3e9") << -3e9f << false << "3000000000"
+                          << "W";
 }
 
 void tst_gps_pos::coordinate_text_stays_defined()
@@ -179,8 +184,8 @@ void tst_gps_pos::lenient_number_data()
     QTest::addRow("no digits") << QByteArray("abc") << 7.25;
     QTest::addRow("empty") << QByteArray() << 7.25;
     QTest::addRow("separators only") << QByteArray(".,-") << 7.25;
-    QTest::addRow("overflowing exponent") << QByteArray("1e999999999999")
-                                          << std::numeric_limits<double>::infinity();
+    QTest::addRow("overflowing exponent")
+        << QByteArray("1e999999999999") << std::numeric_limits<double>::infinity();
     QTest::addRow("underflowing exponent") << QByteArray("1e-999999999999") << 0.0;
     QTest::addRow("zero mantissa, huge exponent") << QByteArray("0e999") << 0.0;
     QTest::addRow("400 digits") << QByteArray(400, '9') << std::numeric_limits<double>::infinity();
@@ -247,10 +252,14 @@ void tst_gps_pos::typed_position_data()
     QTest::addColumn<QString>("expected");
 
     QTest::addRow("decimal text kept")
-        << "C" << "-19.178194" << "46.501221" << true
+        << "C"
+        << "-19.178194"
+        << "46.501221" << true
         << QString("19" + deg + "10'41\"|S|-19.178194|46" + deg + "30'4\"|E|46.501221");
     QTest::addRow("digits kept as typed")
-        << "C" << "48.25" << "-011.5000" << true
+        << "C"
+        << "48.25"
+        << "-011.5000" << true
         << QString("48" + deg + "15'0\"|N|48.25|11" + deg + "30'0\"|W|-011.5000");
     QTest::addRow("degrees, minutes, seconds")
         << "C" << QString("19" + deg + "10'41.5\"S") << QString("46" + deg + "30'4.4\"E") << true
@@ -259,38 +268,63 @@ void tst_gps_pos::typed_position_data()
         << "C" << QString("19" + deg + "10'41.5\"s") << QString("46" + deg + "30'4.4\"w") << true
         << QString("19" + deg + "10'41\"|S|-19.178194|46" + deg + "30'4\"|W|-46.501221");
     QTest::addRow("blanks removed first")
-        << "C" << " - 19 . 5 " << QString("46 " + deg + " 30 ' 4.4 \" E") << true
+        << "C"
+        << " - 19 . 5 " << QString("46 " + deg + " 30 ' 4.4 \" E") << true
         << QString("19" + deg + "30'0\"|S|-19.5|46" + deg + "30'4\"|E|46.501221");
-    QTest::addRow("limits pass")
-        << "C" << "90" << "180" << true
-        << QString("90" + deg + "0'0\"|N|90|180" + deg + "0'0\"|E|180");
+    QTest::addRow("limits pass") << "C"
+                                 << "90"
+                                 << "180" << true
+                                 << QString("90" + deg + "0'0\"|N|90|180" + deg + "0'0\"|E|180");
     QTest::addRow("negative limits pass")
-        << "C" << "-90" << "-180" << true
-        << QString("90" + deg + "0'0\"|S|-90|180" + deg + "0'0\"|W|-180");
+        << "C"
+        << "-90"
+        << "-180" << true << QString("90" + deg + "0'0\"|S|-90|180" + deg + "0'0\"|W|-180");
     QTest::addRow("zero is south and west")
-        << "C" << "0" << "0" << true << QString("0" + deg + "0'0\"|S|0|0" + deg + "0'0\"|W|0");
+        << "C"
+        << "0"
+        << "0" << true << QString("0" + deg + "0'0\"|S|0|0" + deg + "0'0\"|W|0");
     QTest::addRow("junk reads as zero")
-        << "C" << "abc" << "xyz" << true
-        << QString("0" + deg + "0'0\"|S|0.000000|0" + deg + "0'0\"|W|0.000000");
-    QTest::addRow("empty latitude") << "C" << "" << "46.5" << true << "|||||";
-    QTest::addRow("blank longitude") << "C" << "46.5" << "   " << true << "|||||";
-    QTest::addRow("latitude over 90") << "C" << "90.0001" << "0" << false << "";
-    QTest::addRow("longitude over 180") << "C" << "0" << "180.0001" << false << "";
-    QTest::addRow("latitude -91") << "C" << "-91" << "0" << false << "";
-    QTest::addRow("nan") << "C" << "nan" << "0" << false << "";
-    QTest::addRow("inf") << "C" << "0" << "inf" << false << "";
-    QTest::addRow("1e30") << "C" << "1e30" << "0" << false << "";
+        << "C"
+        << "abc"
+        << "xyz" << true << QString("0" + deg + "0'0\"|S|0.000000|0" + deg + "0'0\"|W|0.000000");
+    QTest::addRow("empty latitude") << "C"
+                                    << ""
+                                    << "46.5" << true << "|||||";
+    QTest::addRow("blank longitude") << "C"
+                                     << "46.5"
+                                     << "   " << true << "|||||";
+    QTest::addRow("latitude over 90") << "C"
+                                      << "90.0001"
+                                      << "0" << false << "";
+    QTest::addRow("longitude over 180") << "C"
+                                        << "0"
+                                        << "180.0001" << false << "";
+    QTest::addRow("latitude -91") << "C"
+                                  << "-91"
+                                  << "0" << false << "";
+    QTest::addRow("nan") << "C"
+                         << "nan"
+                         << "0" << false << "";
+    QTest::addRow("inf") << "C"
+                         << "0"
+                         << "inf" << false << "";
+    QTest::addRow("1e30") << "C"
+                          << "1e30"
+                          << "0" << false << "";
     // no float for either conversion and no mark: read as junk, not as a number
-    QTest::addRow("beyond float")
-        << "C" << "1" << "1e50" << true
-        << QString("1" + deg + "0'0\"|N|1|0" + deg + "0'0\"|W|0.000000");
+    QTest::addRow("beyond float") << "C"
+                                  << "1"
+                                  << "1e50" << true
+                                  << QString("1" + deg + "0'0\"|N|1|0" + deg + "0'0\"|W|0.000000");
     QTest::addRow("dms beyond float") << "C" << QString("1e50" + deg) << "0" << false << "";
     QTest::addRow("decimal comma, German")
-        << "de_DE" << "12,5" << "-7,25" << true
-        << QString("12" + deg + "30'0\"|N|12.5|7" + deg + "15'0\"|W|-7.25");
+        << "de_DE"
+        << "12,5"
+        << "-7,25" << true << QString("12" + deg + "30'0\"|N|12.5|7" + deg + "15'0\"|W|-7.25");
     QTest::addRow("decimal comma, C locale")
-        << "C" << "12,5" << "7" << true
-        << QString("0" + deg + "0'0\"|S|0.000000|7" + deg + "0'0\"|E|7");
+        << "C"
+        << "12,5"
+        << "7" << true << QString("0" + deg + "0'0\"|S|0.000000|7" + deg + "0'0\"|E|7");
 }
 
 void tst_gps_pos::typed_position()
@@ -306,8 +340,8 @@ void tst_gps_pos::typed_position()
     QCOMPARE(pos.has_value(), has_value);
     if (!pos)
         return;
-    const QStringList fields{pos->lat,           pos->lat_ref, pos->lat_numerical,
-                             pos->lon,           pos->lon_ref, pos->lon_numerical};
+    const QStringList fields{pos->lat, pos->lat_ref, pos->lat_numerical,
+                             pos->lon, pos->lon_ref, pos->lon_numerical};
     QCOMPARE(fields.join(QLatin1Char('|')), expected);
 }
 

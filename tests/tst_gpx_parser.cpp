@@ -1,9 +1,9 @@
 #include "model/gpx_parser.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QCoreApplication>
 #include <QTest>
 #include <QTranslator>
 
@@ -45,7 +45,9 @@ namespace {
 class cout_capture
 {
 public:
-    cout_capture() : old_(std::cout.rdbuf(buffer_.rdbuf())) {}
+    cout_capture()
+        : old_(std::cout.rdbuf(buffer_.rdbuf()))
+    {}
     ~cout_capture() { std::cout.rdbuf(old_); }
     QString text() const { return QString::fromStdString(buffer_.str()); }
 
@@ -62,8 +64,8 @@ QString corpus(const QString &name)
 QByteArray gpx(const QByteArray &body)
 {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<gpx version=\"1.1\" creator=\"test\" xmlns=\"http://www.topografix.com/GPX/1/1\">\n"
-           + body + "\n</gpx>\n";
+           "<gpx version=\"1.1\" creator=\"test\" xmlns=\"http://www.topografix.com/GPX/1/1\">\n" +
+           body + "\n</gpx>\n";
 }
 
 // "name:lat,lat,...;name:..." with each point's lat text: names, order and
@@ -100,8 +102,8 @@ QString tst_gpx_parser::write_file(const QString &name, const QByteArray &conten
 void tst_gpx_parser::corpus_file_data()
 {
     QTest::addColumn<QString>("file");
-    QTest::addColumn<int>("track_count");   // trk elements, plus one for any waypoints
-    QTest::addColumn<int>("track_points");  // all trkpt, segments joined
+    QTest::addColumn<int>("track_count");    // trk elements, plus one for any waypoints
+    QTest::addColumn<int>("track_points");   // all trkpt, segments joined
     QTest::addColumn<int>("untimed_points"); // trkpt without a time
     QTest::addColumn<int>("waypoints");
     QTest::addColumn<QString>("printed_line"); // one line the file must print, or empty
@@ -121,8 +123,8 @@ void tst_gpx_parser::corpus_file_data()
     QTest::addRow("local times") << "fitwrite-track.gpx" << 2 << 64 << 12 << 12 << "";
     QTest::addRow("latin-1 declaration") << "iso8859-1encoded.gpx" << 1 << 0 << 0 << 8 << "";
     QTest::addRow("byte order mark") << "unicode_with_bom.gpx" << 1 << 0 << 0 << 1 << "";
-    QTest::addRow("comments in a segment") << "gpx-with-node-with-comments.gpx" << 1 << 1 << 0
-                                           << 0 << "";
+    QTest::addRow("comments in a segment")
+        << "gpx-with-node-with-comments.gpx" << 1 << 1 << 0 << 0 << "";
 }
 
 void tst_gpx_parser::corpus_file()
@@ -222,28 +224,31 @@ void tst_gpx_parser::rules_data()
         << gpx("<wpt lat=\"1\" lon=\"2\"/>"
                "<trk><trkseg><trkpt lat=\"3\" lon=\"4\"/></trkseg></trk>"
                "<wpt lat=\"5\" lon=\"6\"><time>2020-01-01T00:00:00Z</time></wpt>")
-        << "Track 1:3/4;Waypoints:1/2,5/6" << "";
+        << "Track 1:3/4;Waypoints:1/2,5/6"
+        << "";
     QTest::addRow("numbering counts named tracks")
         << gpx("<trk/><trk><name>Ridge</name></trk><trk/>") << "Track 1:;Ridge:;Track 3:"
         << "Track is named Ridge\n";
-    QTest::addRow("track without segments")
-        << gpx("<trk><name>Empty</name></trk>") << "Empty:" << "Track is named Empty\n";
+    QTest::addRow("track without segments") << gpx("<trk><name>Empty</name></trk>") << "Empty:"
+                                            << "Track is named Empty\n";
     QTest::addRow("segments joined in file order")
         << gpx("<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/><trkpt lat=\"2\" lon=\"2\"/></trkseg>"
                "<trkseg/><trkseg><trkpt lat=\"3\" lon=\"3\"/></trkseg></trk>")
-        << "Track 1:1/1,2/2,3/3" << "";
+        << "Track 1:1/1,2/2,3/3"
+        << "";
     QTest::addRow("unknown elements skipped")
         << gpx("<rte><rtept lat=\"9\" lon=\"9\"/></rte><extensions/>"
                "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/></trkseg></trk>")
-        << "Track 1:1/1" << "Unknown element found: rte\nUnknown element found: extensions\n";
+        << "Track 1:1/1"
+        << "Unknown element found: rte\nUnknown element found: extensions\n";
     QTest::addRow("metadata silent")
         << gpx("<metadata><time>1970-01-01T00:00:00Z</time></metadata><trk/>") << "Track 1:"
         << "";
     QTest::addRow("comment between tracks")
         << gpx("<trk/><!-- pause --><trk/>") << "Track 1:;Track 2:"
         << "Unknown node type found: 8 node name is: #comment\n";
-    QTest::addRow("text in the root")
-        << gpx("stray<trk/>") << "Track 1:" << "Unknown node type found: 3 node name is: #text\n";
+    QTest::addRow("text in the root") << gpx("stray<trk/>") << "Track 1:"
+                                      << "Unknown node type found: 3 node name is: #text\n";
     QTest::addRow("cdata and processing instruction")
         << gpx("<![CDATA[x]]><?marker data?><trk/>") << "Track 1:"
         << "Unknown node type found: 4 node name is: #cdata-section\n"
@@ -255,15 +260,19 @@ void tst_gpx_parser::rules_data()
     QTest::addRow("coordinates kept as text")
         << gpx("<trk><trkseg><trkpt lat=\"046.50000\" lon=\"abc\"/>"
                "<trkpt lon=\"1e30\"/><trkpt lat=\"-91\" lon=\"nan\"/></trkseg></trk>")
-        << "Track 1:046.50000/abc,/1e30,-91/nan" << "";
+        << "Track 1:046.50000/abc,/1e30,-91/nan"
+        << "";
     QTest::addRow("points elsewhere ignored")
         << gpx("<trk><trkpt lat=\"1\" lon=\"1\"/><trkseg><trkseg><trkpt lat=\"2\" lon=\"2\"/>"
                "</trkseg></trkseg></trk>")
-        << "Track 1:" << "";
+        << "Track 1:"
+        << "";
     QTest::addRow("root of any name")
         << QByteArray("<log><trk><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg></trk></log>")
-        << "Track 1:1/2" << "";
-    QTest::addRow("root only") << QByteArray("<gpx/>") << "" << "";
+        << "Track 1:1/2"
+        << "";
+    QTest::addRow("root only") << QByteArray("<gpx/>") << ""
+                               << "";
 }
 
 void tst_gpx_parser::rules()
@@ -300,9 +309,9 @@ void tst_gpx_parser::point_times()
     QFETCH(QDateTime, expected);
     QFETCH(int, offset);
 
-    const QString file = write_file(
-        QStringLiteral("time.gpx"),
-        gpx("<trk><trkseg><trkpt lat=\"1\" lon=\"2\">" + point + "</trkpt></trkseg></trk>"));
+    const QString file =
+        write_file(QStringLiteral("time.gpx"), gpx("<trk><trkseg><trkpt lat=\"1\" lon=\"2\">" +
+                                                   point + "</trkpt></trkseg></trk>"));
     const gpx_parser parser(file);
     QCOMPARE(parser.tracks.size(), 1);
     QCOMPARE(parser.tracks.first().points.size(), 1);

@@ -109,10 +109,9 @@ void tst_language::help_page()
         QFile page(name_template.arg(lang));
         QVERIFY(page.open(QIODevice::WriteOnly));
         // A NUL ends the text; what follows it must not appear.
-        page.write(QString("<p>%1: StXrg + Q, CtXrl + O, stxrg stays, Grüße</p>")
-                       .arg(lang)
-                       .toUtf8()
-                   + QByteArray("\0tail", 5));
+        page.write(
+            QString("<p>%1: StXrg + Q, CtXrl + O, stxrg stays, Grüße</p>").arg(lang).toUtf8() +
+            QByteArray("\0tail", 5));
     }
 
     const QString target = show_help_page(name_template);
@@ -132,9 +131,8 @@ void tst_language::help_page_missing_warns()
     const QString name_template = pages.path() + "/missing_%1.html";
     QTest::ignoreMessage(QtWarningMsg,
                          qPrintable("QString show_help_page(const QString&): Could not open "
-                                    "help file for language en with template "
-                                    + name_template + " resulting in "
-                                    + name_template.arg("en")));
+                                    "help file for language en with template " +
+                                    name_template + " resulting in " + name_template.arg("en")));
     QCOMPARE(show_help_page(name_template), QString());
     QVERIFY(catcher.urls.isEmpty());
 }
@@ -145,9 +143,12 @@ void tst_language::translators_follow_language_data()
     QTest::addColumn<QString>("expected");
     // Translators stay installed for the whole process, so the language
     // without a catalogue comes first.
-    QTest::addRow("unknown code: no catalogue, source text") << "xx" << "&Yes";
-    QTest::addRow("French: Qt has its own catalogue") << "fr" << "&Oui";
-    QTest::addRow("German: Qt's own catalogue") << "de" << "&Ja";
+    QTest::addRow("unknown code: no catalogue, source text") << "xx"
+                                                             << "&Yes";
+    QTest::addRow("French: Qt has its own catalogue") << "fr"
+                                                      << "&Oui";
+    QTest::addRow("German: Qt's own catalogue") << "de"
+                                                << "&Ja";
 }
 
 void tst_language::translators_follow_language()
@@ -166,10 +167,16 @@ void tst_language::language_change_data()
     QTest::addColumn<QString>("old");
     QTest::addColumn<QString>("click"); // "" when no question may come
     QTest::addColumn<bool>("expected");
-    QTest::addRow("unchanged asks nothing") << "de" << "de" << "" << false;
-    QTest::addRow("changed, continue working") << "en" << "de" << "Continue working" << false;
+    QTest::addRow("unchanged asks nothing") << "de"
+                                            << "de"
+                                            << "" << false;
+    QTest::addRow("changed, continue working") << "en"
+                                               << "de"
+                                               << "Continue working" << false;
     // Last: quit() makes every later nested event loop return at once.
-    QTest::addRow("changed, quit now") << "de" << "en" << "Quit now" << true;
+    QTest::addRow("changed, quit now") << "de"
+                                       << "en"
+                                       << "Quit now" << true;
 }
 
 void tst_language::language_change()

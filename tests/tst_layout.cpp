@@ -21,7 +21,10 @@ namespace {
 class resize_recorder : public QObject
 {
 public:
-    resize_recorder(vn::qt::layout *layout, int row) : layout_(layout), row_(row) {}
+    resize_recorder(vn::qt::layout *layout, int row)
+        : layout_(layout)
+        , row_(row)
+    {}
     QVector<int> heights;
 
 protected:

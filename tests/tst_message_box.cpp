@@ -77,8 +77,8 @@ void tst_message_box::default_button_data()
     QTest::addRow("Yes/No, no default: none set")
         << int(QMessageBox::Yes | QMessageBox::No) << int(QMessageBox::NoButton)
         << int(QMessageBox::NoButton);
-    QTest::addRow("Yes/No, default No") << int(QMessageBox::Yes | QMessageBox::No)
-                                        << int(QMessageBox::No) << int(QMessageBox::No);
+    QTest::addRow("Yes/No, default No")
+        << int(QMessageBox::Yes | QMessageBox::No) << int(QMessageBox::No) << int(QMessageBox::No);
     QTest::addRow("default not among buttons: no effect")
         << int(QMessageBox::Yes | QMessageBox::No) << int(QMessageBox::Ok)
         << int(QMessageBox::NoButton);
@@ -172,7 +172,8 @@ void tst_message_box::text_forms()
     if (count == 3)
         texts << "Never mind";
     if (count == 4)
-        texts << "All of them" << "None of them";
+        texts << "All of them"
+              << "None of them";
     QStringList seen;
     when_modal([&](QWidget *box) {
         seen = button_texts(box);
@@ -187,8 +188,8 @@ void tst_message_box::text_forms()
     else if (count == 3)
         result = vn::message_box::question(nullptr, "t", "x", texts[0], texts[1], texts[2]);
     else
-        result = vn::message_box::question(nullptr, "t", "x", texts[0], texts[1], texts[2],
-                                           texts[3]);
+        result =
+            vn::message_box::question(nullptr, "t", "x", texts[0], texts[1], texts[2], texts[3]);
     texts.sort();
     QCOMPARE(seen, texts);
     QCOMPARE(int(result), expected);
@@ -197,8 +198,8 @@ void tst_message_box::text_forms()
 void tst_message_box::escape_counts_as_cancel()
 {
     when_modal([](QWidget *box) { QTest::keyClick(box, Qt::Key_Escape); });
-    const auto result = vn::message_box::question(nullptr, "t", "x", "Yes please", "No thanks",
-                                                  "Later");
+    const auto result =
+        vn::message_box::question(nullptr, "t", "x", "Yes please", "No thanks", "Later");
     QCOMPARE(int(result), int(QMessageBox::Cancel));
 }
 
@@ -231,8 +232,7 @@ void tst_message_box::get_item()
     });
     bool ok = !expected_ok;
     const QString result = vn::input_dialog::get_item(nullptr, "Track", "Pick one",
-                                                      {"one", "two", "three"}, current, false,
-                                                      &ok);
+                                                      {"one", "two", "three"}, current, false, &ok);
     QCOMPARE(result, expected);
     QCOMPARE(ok, expected_ok);
     // Outside the list the box shows its first item.

@@ -13,9 +13,9 @@ class stream_capture
 {
 public:
     stream_capture()
-        : old_out_(std::cout.rdbuf(out_.rdbuf())), old_err_(std::cerr.rdbuf(err_.rdbuf()))
-    {
-    }
+        : old_out_(std::cout.rdbuf(out_.rdbuf()))
+        , old_err_(std::cerr.rdbuf(err_.rdbuf()))
+    {}
     ~stream_capture()
     {
         std::cout.rdbuf(old_out_);
@@ -62,10 +62,18 @@ void tst_message_handler::prefix_and_stream_data()
     QTest::addColumn<QString>("message");
     QTest::addColumn<QString>("expected_out");
     QTest::addColumn<QString>("expected_err");
-    QTest::addRow("debug to cout") << int(QtDebugMsg) << "d1" << "Debug: d1\n" << "";
-    QTest::addRow("info to cout") << int(QtInfoMsg) << "i1" << "Info: i1\n" << "";
-    QTest::addRow("warning to cout") << int(QtWarningMsg) << "w1" << "Warning: w1\n" << "";
-    QTest::addRow("critical to cerr") << int(QtCriticalMsg) << "c1" << "" << "Critical: c1\n";
+    QTest::addRow("debug to cout") << int(QtDebugMsg) << "d1"
+                                   << "Debug: d1\n"
+                                   << "";
+    QTest::addRow("info to cout") << int(QtInfoMsg) << "i1"
+                                  << "Info: i1\n"
+                                  << "";
+    QTest::addRow("warning to cout") << int(QtWarningMsg) << "w1"
+                                     << "Warning: w1\n"
+                                     << "";
+    QTest::addRow("critical to cerr") << int(QtCriticalMsg) << "c1"
+                                      << ""
+                                      << "Critical: c1\n";
     QTest::addRow("utf-8 text kept") << int(QtWarningMsg) << QString::fromUtf8("Straße ✓")
                                      << QString::fromUtf8("Warning: Straße ✓\n") << "";
 }
@@ -108,9 +116,8 @@ void tst_message_handler::libpng_line_dropped_data()
     QTest::addRow("as warning") << int(QtWarningMsg) << line << true;
     QTest::addRow("as critical") << int(QtCriticalMsg) << line << true;
     QTest::addRow("with more text") << int(QtWarningMsg) << line + " x" << false;
-    QTest::addRow("other libpng line") << int(QtWarningMsg)
-                                       << "libpng warning: iCCP: cHRM chunk does not match"
-                                       << false;
+    QTest::addRow("other libpng line")
+        << int(QtWarningMsg) << "libpng warning: iCCP: cHRM chunk does not match" << false;
 }
 
 void tst_message_handler::libpng_line_dropped()

@@ -67,11 +67,16 @@ void tst_number_validator::fixup_data()
     QTest::addColumn<QString>("input");
     QTest::addColumn<QString>("expected");
 
-    QTest::addRow("comma dropped") << "1,5" << "15";
-    QTest::addRow("point dropped") << "1.000" << "1000";
-    QTest::addRow("both dropped") << "1.234,5" << "12345";
-    QTest::addRow("plain stays") << "15" << "15";
-    QTest::addRow("only marks") << ".,." << "";
+    QTest::addRow("comma dropped") << "1,5"
+                                   << "15";
+    QTest::addRow("point dropped") << "1.000"
+                                   << "1000";
+    QTest::addRow("both dropped") << "1.234,5"
+                                  << "12345";
+    QTest::addRow("plain stays") << "15"
+                                 << "15";
+    QTest::addRow("only marks") << ".,."
+                                << "";
 }
 
 void tst_number_validator::fixup()

@@ -17,8 +17,7 @@ private slots:
 void tst_proxy_style::hints_data()
 {
     const int base_delay = QApplication::style()->styleHint(QStyle::SH_ToolTip_WakeUpDelay);
-    const int base_cooldown
-        = QApplication::style()->styleHint(QStyle::SH_ToolTip_FallAsleepDelay);
+    const int base_cooldown = QApplication::style()->styleHint(QStyle::SH_ToolTip_FallAsleepDelay);
     const int base_tab_elide = QApplication::style()->styleHint(QStyle::SH_TabBar_ElideMode);
 
     QTest::addColumn<int>("set_delay");    // -1: leave as it is
@@ -27,8 +26,7 @@ void tst_proxy_style::hints_data()
     QTest::addColumn<int>("expected");
     QTest::addRow("delay starts as the base style's")
         << -1 << -1 << int(QStyle::SH_ToolTip_WakeUpDelay) << base_delay;
-    QTest::addRow("delay set to 2 s")
-        << 2000 << -1 << int(QStyle::SH_ToolTip_WakeUpDelay) << 2000;
+    QTest::addRow("delay set to 2 s") << 2000 << -1 << int(QStyle::SH_ToolTip_WakeUpDelay) << 2000;
     QTest::addRow("cooldown kept when delay set")
         << 2000 << -1 << int(QStyle::SH_ToolTip_FallAsleepDelay) << base_cooldown;
     QTest::addRow("cooldown set") << -1 << 35 << int(QStyle::SH_ToolTip_FallAsleepDelay) << 35;

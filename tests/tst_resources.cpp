@@ -51,7 +51,7 @@ class tst_resources : public QObject
 {
     Q_OBJECT
 
-  private slots:
+private slots:
     void initTestCase();
     void image_data();
     void image();

@@ -141,10 +141,10 @@ void tst_stylesheet::scroll_bars()
     QFETCH(QString, minimum_rule);
     QPlainTextEdit area;
     vn::qt::style_scroll_bars(&area);
-    QScrollBar *bar
-        = orientation == Qt::Vertical ? area.verticalScrollBar() : area.horizontalScrollBar();
-    QScrollBar *other
-        = orientation == Qt::Vertical ? area.horizontalScrollBar() : area.verticalScrollBar();
+    QScrollBar *bar =
+        orientation == Qt::Vertical ? area.verticalScrollBar() : area.horizontalScrollBar();
+    QScrollBar *other =
+        orientation == Qt::Vertical ? area.horizontalScrollBar() : area.verticalScrollBar();
     const QString sheet = bar->styleSheet();
     QCOMPARE(sheet, vn::qt::scroll_bar_style_sheet(orientation));
     QVERIFY(sheet.contains(size_rule));

@@ -177,16 +177,20 @@ void tst_table_data_model::assignment_data()
         {"closest, half way: later", 2, 0, 0, "0+ 60 120+", "-", "←p0 ↓p2 ←p2", {1, 0, 3}},
         {"closest, earlier nearer", 2, 0, 0, "0+ 59 120+", "-", "←p0 ↑p0 ←p2", {1, 0, 3}},
         {"closest, later nearer", 2, 0, 0, "0+ 61 120+", "-", "←p0 ↓p2 ←p2", {1, 0, 3}},
-        {"closest, nearer side too far", 2, 10, 0, "0+ 700 1250+", "-", "←p0 ↓p2 ←p2",
-         {1, 0, 3}},
-        {"closest, 600 s pass, 601 not", 2, 10, 0, "0+ 600 1201+", "-", "←p0 ↑p0 ←p2",
-         {1, 0, 3}},
+        {"closest, nearer side too far", 2, 10, 0, "0+ 700 1250+", "-", "←p0 ↓p2 ←p2", {1, 0, 3}},
+        {"closest, 600 s pass, 601 not", 2, 10, 0, "0+ 600 1201+", "-", "←p0 ↑p0 ←p2", {1, 0, 3}},
         {"closest, both too far", 2, 10, 0, "0+ 601 1202+", "-", "←p0 ?- ←p2", {0, 1, 3}},
         {"closest, side given up", 2, 10, 0, "x+ 0+ 1000", "-", "←p0 ←p1 ?-", {0, 1, 3}},
         {"closest, same time", 2, 0, 0, "0+ 0 500", "-", "←p0 *p0 ↑p0", {2, 0, 3}},
         {"closest, invalid date", 2, 1, 0, "x 0+ 5000", "-", "↓p1 ←p1 ?-", {1, 1, 3}},
-        {"closest, many gaps", 2, 0, 0, "0+ 10 20 100+ 190 200+ 300", "-",
-         "←p0 ↑p0 ↑p0 ←p3 ↓p5 ←p5 ↑p5", {4, 0, 7}},
+        {"closest, many gaps",
+         2,
+         0,
+         0,
+         "0+ 10 20 100+ 190 200+ 300",
+         "-",
+         "←p0 ↑p0 ↑p0 ←p3 ↓p5 ←p5 ↑p5",
+         {4, 0, 7}},
         {"gpx without track", 4, 0, 1, "0+ 30 200+", "-", "←p0 ↑p0 ←p2", {1, 0, 3}},
         {"gpx without track, limit", 4, 0, 1, "0+ 61 200+", "-", "←p0 ?- ←p2", {0, 1, 3}},
         {"gpx ignores closest limit", 4, 1, 0, "0+ 1000", "-", "←p0 ↑p0", {1, 0, 2}},
@@ -257,8 +261,9 @@ void tst_table_data_model::assignment()
         for (int j = 0; j < point_specs.size(); ++j) {
             const QString spec = point_specs.at(j);
             gpx_point point{QString("4%1.123").arg(j), QString("7.%1").arg(j),
-                            spec == "x" ? QDateTime()
-                                        : scenario_base.toUTC().addMSecs(qRound64(spec.toDouble() * 1000))};
+                            spec == "x"
+                                ? QDateTime()
+                                : scenario_base.toUTC().addMSecs(qRound64(spec.toDouble() * 1000))};
             source_ids[point.lat + ", " + point.lon] = QString("t%1").arg(j);
             gpx.points << point;
         }
@@ -304,11 +309,14 @@ void tst_table_data_model::user_position_data()
     QTest::addColumn<QString>("expected_text");
 
     QTest::addRow("typed, photos without position")
-        << "-19.178194" << "46.501221" << false << "-19.178194, 46.501221";
-    QTest::addRow("typed, overwrites a position")
-        << "-19.178194" << "46.501221" << true << "-19.178194, 46.501221";
-    QTest::addRow("nothing typed clears") << "" << "" << false << "Clear GPS data";
-    QTest::addRow("nothing typed clears a position") << "" << "" << true << "Clear GPS data";
+        << "-19.178194"
+        << "46.501221" << false << "-19.178194, 46.501221";
+    QTest::addRow("typed, overwrites a position") << "-19.178194"
+                                                  << "46.501221" << true << "-19.178194, 46.501221";
+    QTest::addRow("nothing typed clears") << ""
+                                          << "" << false << "Clear GPS data";
+    QTest::addRow("nothing typed clears a position") << ""
+                                                     << "" << true << "Clear GPS data";
 }
 
 void tst_table_data_model::user_position()
@@ -364,14 +372,38 @@ void tst_table_data_model::track_point_text_data()
     QTest::addColumn<QString>("lat_ref");
     QTest::addColumn<QString>("lon_ref");
 
-    QTest::addRow("all digits kept") << "48.1234567890" << "11.5750000001" << "N" << "E";
-    QTest::addRow("south west") << "-33.9" << "-70.6" << "S" << "W";
-    QTest::addRow("zero is south west") << "0" << "0.0" << "S" << "W";
-    QTest::addRow("no number") << "abc" << "" << "S" << "W";
-    QTest::addRow("nan") << "nan" << "NaN" << "S" << "W";
-    QTest::addRow("infinity") << "inf" << "-inf" << "N" << "W";
-    QTest::addRow("huge") << "1e30" << "-1e30" << "N" << "W";
-    QTest::addRow("out of range") << "-91" << "181" << "S" << "E";
+    QTest::addRow("all digits kept") << "48.1234567890"
+                                     << "11.5750000001"
+                                     << "N"
+                                     << "E";
+    QTest::addRow("south west") << "-33.9"
+                                << "-70.6"
+                                << "S"
+                                << "W";
+    QTest::addRow("zero is south west") << "0"
+                                        << "0.0"
+                                        << "S"
+                                        << "W";
+    QTest::addRow("no number") << "abc"
+                               << ""
+                               << "S"
+                               << "W";
+    QTest::addRow("nan") << "nan"
+                         << "NaN"
+                         << "S"
+                         << "W";
+    QTest::addRow("infinity") << "inf"
+                              << "-inf"
+                              << "N"
+                              << "W";
+    QTest::addRow("huge") << "1e30"
+                          << "-1e30"
+                          << "N"
+                          << "W";
+    QTest::addRow("out of range") << "-91"
+                                  << "181"
+                                  << "S"
+                                  << "E";
 }
 
 void tst_table_data_model::track_point_text()
@@ -527,19 +559,21 @@ void tst_table_data_model::date_text_data()
     QTest::addRow("local winter") << winter << "" << format << "2015-01-01 08:00:00  UTC+01:00";
     QTest::addRow("iptc east") << summer << "+02:00" << format << "2015-06-01 12:34:56  UTC+02:00";
     QTest::addRow("iptc west") << winter << "-05:00" << format << "2015-01-01 08:00:00  UTC-05:00";
-    QTest::addRow("iptc half hour") << summer << "+05:30" << format
-                                    << "2015-06-01 12:34:56  UTC+05:30";
-    QTest::addRow("iptc west half hour") << summer << "-03:30" << format
-                                         << "2015-06-01 12:34:56  UTC-03:30";
-    QTest::addRow("iptc without colon") << summer << "+0545" << format
-                                        << "2015-06-01 12:34:56  UTC+05:45";
+    QTest::addRow("iptc half hour")
+        << summer << "+05:30" << format << "2015-06-01 12:34:56  UTC+05:30";
+    QTest::addRow("iptc west half hour")
+        << summer << "-03:30" << format << "2015-06-01 12:34:56  UTC-03:30";
+    QTest::addRow("iptc without colon")
+        << summer << "+0545" << format << "2015-06-01 12:34:56  UTC+05:45";
     QTest::addRow("iptc utc") << summer << "+00:00" << format << "2015-06-01 12:34:56  UTC+00:00";
-    QTest::addRow("iptc unreadable") << summer << "+ab" << format
-                                     << "2015-06-01 12:34:56  UTC+00:00";
-    QTest::addRow("iptc beyond 14 hours") << summer << "+15:00" << format
-                                          << "2015-06-01 12:34:56  UTC+00:00";
+    QTest::addRow("iptc unreadable")
+        << summer << "+ab" << format << "2015-06-01 12:34:56  UTC+00:00";
+    QTest::addRow("iptc beyond 14 hours")
+        << summer << "+15:00" << format << "2015-06-01 12:34:56  UTC+00:00";
     QTest::addRow("invalid date") << QDateTime() << "" << format << "-";
-    QTest::addRow("empty format") << summer << "" << "" << "-";
+    QTest::addRow("empty format") << summer << ""
+                                  << ""
+                                  << "-";
 }
 
 void tst_table_data_model::date_text()
@@ -652,8 +686,8 @@ void tst_table_data_model::other_column_keeps_sort()
     const QStringList before = model_->files();
     QSignalSpy override(model_.get(), &table_data_model::sort_order_override);
     QSignalSpy rebuilt(model_.get(), &table_data_model::cache_rebuilt);
-    const Qt::SortOrder other = kept_order == Qt::AscendingOrder ? Qt::DescendingOrder
-                                                                 : Qt::AscendingOrder;
+    const Qt::SortOrder other =
+        kept_order == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
     model_->sort(column, other);
 
     QCOMPARE(override.count(), 1);

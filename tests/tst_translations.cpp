@@ -108,30 +108,47 @@ void tst_translations::german_texts_data()
     QTest::addColumn<QString>("expected");
 
     // Toolkit
-    QTest::addRow("log window title")
-        << "vn::application_log" << "Application Log" << "Anwendungsprotokoll";
-    QTest::addRow("log clear question")
-        << "vn::application_log" << "Do you really want to clear the application logs?"
-        << "Möchten Sie die Anwendungsprotokolle wirklich leeren?";
+    QTest::addRow("log window title") << "vn::application_log"
+                                      << "Application Log"
+                                      << "Anwendungsprotokoll";
+    QTest::addRow("log clear question") << "vn::application_log"
+                                        << "Do you really want to clear the application logs?"
+                                        << "Möchten Sie die Anwendungsprotokolle wirklich leeren?";
     QTest::addRow("log saved, file name on its own line")
-        << "vn::application_log" << "The application logs were saved to\n%1"
+        << "vn::application_log"
+        << "The application logs were saved to\n%1"
         << "Die Anwendungsprotokolle wurden gespeichert unter\n%1";
-    QTest::addRow("fatal error title") << "QObject" << "Fatal error" << "Schwerwiegender Fehler";
-    QTest::addRow("date format label")
-        << "vn::datetime_format_selector" << "DD.MM.YYYY" << "TT.MM.JJJJ";
+    QTest::addRow("fatal error title") << "QObject"
+                                       << "Fatal error"
+                                       << "Schwerwiegender Fehler";
+    QTest::addRow("date format label") << "vn::datetime_format_selector"
+                                       << "DD.MM.YYYY"
+                                       << "TT.MM.JJJJ";
 
     // Application
-    QTest::addRow("waypoints track") << "gpx_parser" << "Waypoints" << "Wegpunkte";
-    QTest::addRow("cleared row") << "table_data_model" << "Clear GPS data" << "GPS-Daten löschen";
-    QTest::addRow("language prompt, quit") << "QObject" << "Quit now" << "Jetzt beenden";
-    QTest::addRow("progress format") << "MainWindow" << "%v of %m" << "%v von %m";
-    QTest::addRow("file filter keeps its trailing blank")
-        << "MainWindow" << "All supported files " << "Alle unterstützten Dateien ";
-    QTest::addRow("settings title") << "dialog_settings" << "Settings" << "Einstellungen";
+    QTest::addRow("waypoints track") << "gpx_parser"
+                                     << "Waypoints"
+                                     << "Wegpunkte";
+    QTest::addRow("cleared row") << "table_data_model"
+                                 << "Clear GPS data"
+                                 << "GPS-Daten löschen";
+    QTest::addRow("language prompt, quit") << "QObject"
+                                           << "Quit now"
+                                           << "Jetzt beenden";
+    QTest::addRow("progress format") << "MainWindow"
+                                     << "%v of %m"
+                                     << "%v von %m";
+    QTest::addRow("file filter keeps its trailing blank") << "MainWindow"
+                                                          << "All supported files "
+                                                          << "Alle unterstützten Dateien ";
+    QTest::addRow("settings title") << "dialog_settings"
+                                    << "Settings"
+                                    << "Einstellungen";
 
     // A text of another context stays in English.
-    QTest::addRow("wrong context untranslated")
-        << "vn::application_log" << "Waypoints" << "Waypoints";
+    QTest::addRow("wrong context untranslated") << "vn::application_log"
+                                                << "Waypoints"
+                                                << "Waypoints";
 }
 
 void tst_translations::german_texts()
@@ -205,8 +222,14 @@ void tst_translations::qt_catalogue_data()
     QTest::addColumn<QString>("context");
     QTest::addColumn<QString>("source");
     QTest::addColumn<QString>("expected");
-    QTest::addRow("dialog buttons") << "qt_de" << "QPlatformTheme" << "&Yes" << "&Ja";
-    QTest::addRow("cancel") << "qt_de" << "QPlatformTheme" << "Cancel" << "Abbrechen";
+    QTest::addRow("dialog buttons") << "qt_de"
+                                    << "QPlatformTheme"
+                                    << "&Yes"
+                                    << "&Ja";
+    QTest::addRow("cancel") << "qt_de"
+                            << "QPlatformTheme"
+                            << "Cancel"
+                            << "Abbrechen";
 }
 
 void tst_translations::qt_catalogue()

@@ -50,8 +50,8 @@ const QString text_false = QStringLiteral("false");
 // option, never goes out.
 bool is_safe_path(const QString &file)
 {
-    if (file.contains(QLatin1Char('\n')) || file.contains(QLatin1Char('\r'))
-        || file.contains(QChar(0)))
+    if (file.contains(QLatin1Char('\n')) || file.contains(QLatin1Char('\r')) ||
+        file.contains(QChar(0)))
         return false;
     return QDir::isAbsolutePath(file);
 }
@@ -316,8 +316,8 @@ bool key_in_groups(const QString &key, QLatin1String tag,
     }
     if (prefix_group != nullptr) {
         const QLatin1String prefix(prefix_group);
-        return group.startsWith(prefix) && group.size() > prefix.size()
-               && group.at(prefix.size()) == QLatin1Char('-');
+        return group.startsWith(prefix) && group.size() > prefix.size() &&
+               group.at(prefix.size()) == QLatin1Char('-');
     }
     return false;
 }
@@ -346,12 +346,11 @@ void derive_groups(const exif_tag_map &grouped, exif_tag_map &derived)
             if (!has_time || key == QLatin1String("IPTC:TimeCreated"))
                 time_value = it.value();
             has_time = true;
-        } else if (!it.value().isEmpty()
-                   && key_in_groups(key, gps_latitude, {"XMP"}, "XMP")) {
+        } else if (!it.value().isEmpty() && key_in_groups(key, gps_latitude, {"XMP"}, "XMP")) {
             derived.insert(key_has_xmp_gps, text_true);
-        } else if (!it.value().isEmpty()
-                   && key_in_groups(key, gps_coordinates,
-                                    {"QuickTime", "Keys", "UserData", "ItemList"}, nullptr)) {
+        } else if (!it.value().isEmpty() &&
+                   key_in_groups(key, gps_coordinates,
+                                 {"QuickTime", "Keys", "UserData", "ItemList"}, nullptr)) {
             derived.insert(key_has_quicktime_gps, text_true);
         }
     }
@@ -389,8 +388,7 @@ void exif_cache::read_file(const QString &file)
     store(file, plain, grouped);
 }
 
-void exif_cache::store(const QString &file, const exif_tag_map &plain,
-                       const exif_tag_map &grouped)
+void exif_cache::store(const QString &file, const exif_tag_map &plain, const exif_tag_map &grouped)
 {
     tags.insert(file, shared_names(plain));
     group_tags.insert(file, shared_names(grouped));
@@ -399,8 +397,8 @@ void exif_cache::store(const QString &file, const exif_tag_map &plain,
     values.insert(file, derived);
 }
 
-void exif_cache::derive(const QString &file, const exif_tag_map &plain,
-                        const exif_tag_map &grouped, exif_tag_map &derived)
+void exif_cache::derive(const QString &file, const exif_tag_map &plain, const exif_tag_map &grouped,
+                        exif_tag_map &derived)
 {
     derive_recording_date(file, plain.value(QStringLiteral("DateTimeOriginal")), derived);
     derive_camera(plain, derived);

@@ -28,8 +28,8 @@ public:
     // The derived keys of one file from its two reads, written over `derived`:
     // keys that the reads don't set keep what they had. Date messages go to
     // standard output; a date taken from the file reads the file's times.
-    static void derive(const QString &file, const exif_tag_map &plain,
-                       const exif_tag_map &grouped, exif_tag_map &derived);
+    static void derive(const QString &file, const exif_tag_map &plain, const exif_tag_map &grouped,
+                       exif_tag_map &derived);
 
     void clear();
 

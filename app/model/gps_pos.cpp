@@ -127,13 +127,13 @@ double lenient_to_double(const std::string &text, double default_value)
     bool any_digit = false;
     double exponent = 0;
 
-    double part = 0;           // the current part, integer digits after a separator
-    double place = 1;          // place value of the next digit of `part`
-    double all_digits = 0;     // every digit of this part read as one integer
+    double part = 0;       // the current part, integer digits after a separator
+    double place = 1;      // place value of the next digit of `part`
+    double all_digits = 0; // every digit of this part read as one integer
     double all_place = 1;
-    double fraction = 0;       // digits right of the decimal separator
-    char separator = 0;        // the decimal separator once met
-    bool grouped = false;      // the decimal separator came twice: all were group marks
+    double fraction = 0;  // digits right of the decimal separator
+    char separator = 0;   // the decimal separator once met
+    bool grouped = false; // the decimal separator came twice: all were group marks
     bool negative = false;
 
     auto part_value = [&]() {

@@ -10,8 +10,13 @@ namespace {
 
 // Node type numbers as the DOM counts them, for the lines about content that
 // isn't read.
-enum node_type { text_node = 3, cdata_node = 4, entity_reference_node = 5,
-                 processing_instruction_node = 7, comment_node = 8 };
+enum node_type {
+    text_node = 3,
+    cdata_node = 4,
+    entity_reference_node = 5,
+    processing_instruction_node = 7,
+    comment_node = 8
+};
 
 QString unknown_node(int type, const QString &name)
 {
@@ -50,7 +55,8 @@ gpx_point read_point(QXmlStreamReader &reader)
 // at one point a second takes seconds to build and many times the file's size
 // in memory. Lines about unknown content are held back until the whole file
 // has proved well-formed, so a broken file reports nothing and gives nothing.
-gpx_parser::gpx_parser(const QString &file_name, QObject *parent) : QObject(parent)
+gpx_parser::gpx_parser(const QString &file_name, QObject *parent)
+    : QObject(parent)
 {
     QFile file(file_name);
     if (!file.open(QIODevice::ReadOnly))

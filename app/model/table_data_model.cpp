@@ -90,9 +90,9 @@ struct date_key
 
     date_key() = default;
     explicit date_key(const QDateTime &date)
-        : valid(date.isValid()), msecs(valid ? date.toMSecsSinceEpoch() : 0)
-    {
-    }
+        : valid(date.isValid())
+        , msecs(valid ? date.toMSecsSinceEpoch() : 0)
+    {}
 
     bool operator<(const date_key &other) const
     {
@@ -142,11 +142,10 @@ bool slot_less(const rebuild_slot &a, const rebuild_slot &b)
 } // namespace
 
 table_data_model::table_data_model(QObject *parent)
-    : QAbstractTableModel(parent),
-      header_font_(QStringLiteral("FreeSansBold"), 9, 75),
-      cell_font_(QStringLiteral("FreeSans"), 9)
-{
-}
+    : QAbstractTableModel(parent)
+    , header_font_(QStringLiteral("FreeSansBold"), 9, 75)
+    , cell_font_(QStringLiteral("FreeSans"), 9)
+{}
 
 table_data_model::~table_data_model() = default;
 
@@ -271,8 +270,7 @@ void table_data_model::insert_file(const QString &file, bool read_metadata)
     // hand it to ExifTool and takes the file's own date, as for any file that
     // ExifTool can't read. The write flows refuse it the same way.
     if (!QDir::isAbsolutePath(file)) {
-        qWarning("%s: Refusing a path that is not absolute: %s", Q_FUNC_INFO,
-                 qUtf8Printable(file));
+        qWarning("%s: Refusing a path that is not absolute: %s", Q_FUNC_INFO, qUtf8Printable(file));
         return;
     }
     const int row = files_.size();
@@ -452,8 +450,8 @@ void table_data_model::rebuild_cache()
             track_slots.push_back({key, &track_entries_[i]});
         }
         list.resize(photo_slots.size() + track_slots.size());
-        std::merge(photo_slots.begin(), photo_slots.end(), track_slots.begin(),
-                   track_slots.end(), list.begin(), slot_less);
+        std::merge(photo_slots.begin(), photo_slots.end(), track_slots.begin(), track_slots.end(),
+                   list.begin(), slot_less);
     } else {
         list = std::move(photo_slots);
     }
@@ -491,9 +489,8 @@ void table_data_model::rebuild_cache()
                 last_source = &slot;
                 continue;
             }
-            if (last_source
-                && within_limit(abs_secs_between(slot.key, last_source->key), closest_limited_,
-                                minutes_closest_)) {
+            if (last_source && within_limit(abs_secs_between(slot.key, last_source->key),
+                                            closest_limited_, minutes_closest_)) {
                 slot.entry->indicator = text;
                 take(*slot.entry, *last_source->entry);
             } else {
@@ -553,10 +550,10 @@ void table_data_model::rebuild_cache()
         break;
     }
     case sync_user_position: {
-        const QString text = set_pos_.lat.isEmpty() && set_pos_.lon.isEmpty()
-                                 ? tr("Clear GPS data")
-                                 : set_pos_.lat_numerical + QStringLiteral(", ")
-                                       + set_pos_.lon_numerical;
+        const QString text =
+            set_pos_.lat.isEmpty() && set_pos_.lon.isEmpty()
+                ? tr("Clear GPS data")
+                : set_pos_.lat_numerical + QStringLiteral(", ") + set_pos_.lon_numerical;
         for (rebuild_slot &slot : list) {
             cache_entry &entry = *slot.entry;
             ++assigned;

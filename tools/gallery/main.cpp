@@ -335,9 +335,9 @@ QWidget *further_buttons(const QString &on, const QString &off)
     for (const QString &t : {QObject::tr("One"), QObject::tr("Two"), QObject::tr("Three")}) {
         auto *b = new vn::button_toggle(t);
         b->setFixedSize(60, 26);
-        b->setStyleSheet(b->styleSheet()
-                         + QStringLiteral("QPushButton{color:rgb(198,213,210);"
-                                          "background-color:rgb(68,68,68);border:none;}"));
+        b->setStyleSheet(b->styleSheet() +
+                         QStringLiteral("QPushButton{color:rgb(198,213,210);"
+                                        "background-color:rgb(68,68,68);border:none;}"));
         toggles << b;
     }
     vn::button_toggle::make_group(toggles, true);
@@ -413,8 +413,8 @@ int main(int argc, char **argv)
             "#gallery, #gallery_page{background-color:rgb(47,47,47);border:none;}"
             "QLabel{color:rgb(198,213,210);}QCheckBox{color:rgb(198,213,210);}"
             "QRadioButton{color:rgb(198,213,210);}QComboBox{color:rgb(198,213,210);}"
-            "vn--button{color:rgb(198,213,210);}vn--button_html{color:rgb(198,213,210);}")
-        + QLatin1String(vn::qt::tooltip_style));
+            "vn--button{color:rgb(198,213,210);}vn--button_html{color:rgb(198,213,210);}") +
+        QLatin1String(vn::qt::tooltip_style));
     vn::qt::style_scroll_bars(&window);
 
     auto *page = new QWidget;

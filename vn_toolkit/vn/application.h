@@ -7,11 +7,12 @@ namespace vn {
 
 // The application object. It owns nothing but a guarded pointer to the main
 // window, to which it hands the file-open requests of the desktop.
-template <class window_type>
-class application : public QApplication
+template <class window_type> class application : public QApplication
 {
 public:
-    application(int &argc, char **argv) : QApplication(argc, argv) {}
+    application(int &argc, char **argv)
+        : QApplication(argc, argv)
+    {}
     ~application() override = default;
 
     QPointer<window_type> main_window;

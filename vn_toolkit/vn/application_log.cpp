@@ -52,7 +52,8 @@ application_log *application_log::instance()
     return the_log;
 }
 
-application_log::application_log(QObject *parent) : QObject(parent)
+application_log::application_log(QObject *parent)
+    : QObject(parent)
 {
     window_ = new QWidget(nullptr);
     window_->resize(800, 300);
@@ -65,8 +66,8 @@ application_log::application_log(QObject *parent) : QObject(parent)
     filter_edit_->setClearButtonEnabled(true);
     save_button_ = new QPushButton(QIcon::fromTheme(QStringLiteral("document-save")),
                                    tr("Save to disk"), window_);
-    clear_button_ = new QPushButton(QIcon::fromTheme(QStringLiteral("edit-delete")),
-                                    tr("Clear log"), window_);
+    clear_button_ =
+        new QPushButton(QIcon::fromTheme(QStringLiteral("edit-delete")), tr("Clear log"), window_);
     network_button_ = new QPushButton(tr("Network report"), window_);
     tab_widget_ = new QTabWidget(window_);
     tab_widget_->setTabBarAutoHide(true);
@@ -83,8 +84,7 @@ application_log::application_log(QObject *parent) : QObject(parent)
     connect(tab_widget_, &QTabWidget::currentChanged, this, &application_log::refilter);
     connect(filter_edit_, &QLineEdit::returnPressed, this, &application_log::run_command);
     connect(save_button_, &QPushButton::clicked, this, &application_log::on_save_button_clicked);
-    connect(clear_button_, &QPushButton::clicked, this,
-            &application_log::on_clear_button_clicked);
+    connect(clear_button_, &QPushButton::clicked, this, &application_log::on_clear_button_clicked);
     connect(network_button_, &QPushButton::clicked, this,
             &application_log::on_network_button_clicked);
     connect(&poll_timer_, &QTimer::timeout, this, &application_log::poll);
@@ -122,10 +122,10 @@ void application_log::install()
         return;
     streams_tapped = true;
     installed_ = true;
-    cout_copy_ = std::make_unique<copy_streambuf<char, std::char_traits<char>>>(
-        std::cout, capture_, capture_lock_);
-    cerr_copy_ = std::make_unique<copy_streambuf<char, std::char_traits<char>>>(
-        std::cerr, capture_, capture_lock_);
+    cout_copy_ = std::make_unique<copy_streambuf<char, std::char_traits<char>>>(std::cout, capture_,
+                                                                                capture_lock_);
+    cerr_copy_ = std::make_unique<copy_streambuf<char, std::char_traits<char>>>(std::cerr, capture_,
+                                                                                capture_lock_);
 
     add_command(QStringLiteral("help"), [this](const QString &) {
         std::string list = "List of commands:\n";
@@ -137,8 +137,8 @@ void application_log::install()
     });
 }
 
-void application_log::add_command(const QString &name,
-                                  std::function<void(const QString &)> handler, bool hidden)
+void application_log::add_command(const QString &name, std::function<void(const QString &)> handler,
+                                  bool hidden)
 {
     commands_[name.toLower()] = log_command{std::move(handler), hidden};
 }
@@ -250,8 +250,8 @@ void application_log::append_to_tab(log_tab &entry, const QString &data)
 {
     entry.text += data;
     const QString filter = filter_edit_->text();
-    if (filter.isEmpty() && entry.pending.isEmpty()
-        && entry.view->document() == entry.full_document) {
+    if (filter.isEmpty() && entry.pending.isEmpty() &&
+        entry.view->document() == entry.full_document) {
         append_plain(entry.full_document, data);
     } else {
         // The whole-log document catches up when the filter is cleared.
@@ -302,8 +302,7 @@ void application_log::run_command()
     const QString lower = typed.toLower();
     const std::pair<const QString, log_command> *best = nullptr;
     for (const auto &command : commands_) {
-        if (lower.startsWith(command.first)
-            && (!best || command.first.size() > best->first.size()))
+        if (lower.startsWith(command.first) && (!best || command.first.size() > best->first.size()))
             best = &command;
     }
     if (!best)
@@ -331,21 +330,21 @@ QString application_log::log_file_name()
     QString folder = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     if (folder.isEmpty() || !QDir(folder).exists())
         folder = QDir::homePath();
-    return folder + QLatin1Char('/') + QCoreApplication::applicationName()
-           + QStringLiteral(" Log ") + QString::number(QDateTime::currentSecsSinceEpoch())
-           + QStringLiteral(".log");
+    return folder + QLatin1Char('/') + QCoreApplication::applicationName() +
+           QStringLiteral(" Log ") + QString::number(QDateTime::currentSecsSinceEpoch()) +
+           QStringLiteral(".log");
 }
 
 QString application_log::log_file_text() const
 {
     const QString app_name = QCoreApplication::applicationName();
     QString text;
-    text += QStringLiteral("Application: ") + app_name + QStringLiteral(" (")
-            + QCoreApplication::applicationVersion() + QStringLiteral(")\n");
-    text += QStringLiteral("Installed at: ") + QCoreApplication::applicationDirPath()
-            + QStringLiteral("\n");
-    text += QStringLiteral("Date: ") + QDateTime::currentDateTime().toString(Qt::TextDate)
-            + QStringLiteral("\n");
+    text += QStringLiteral("Application: ") + app_name + QStringLiteral(" (") +
+            QCoreApplication::applicationVersion() + QStringLiteral(")\n");
+    text += QStringLiteral("Installed at: ") + QCoreApplication::applicationDirPath() +
+            QStringLiteral("\n");
+    text += QStringLiteral("Date: ") + QDateTime::currentDateTime().toString(Qt::TextDate) +
+            QStringLiteral("\n");
     text += dashes + QStringLiteral("\n");
     text += network_report();
     text += dashes + QStringLiteral("\n\n");
@@ -353,8 +352,8 @@ QString application_log::log_file_text() const
     for (auto it = tabs_.cbegin(); it != tabs_.cend(); ++it) {
         if (it.key() == app_name)
             continue;
-        text += QStringLiteral("\n\n") + dashes + QStringLiteral("\nApplication: ") + it.key()
-                + QStringLiteral("\n") + it.value().text;
+        text += QStringLiteral("\n\n") + dashes + QStringLiteral("\nApplication: ") + it.key() +
+                QStringLiteral("\n") + it.value().text;
     }
     return text;
 }

@@ -47,7 +47,7 @@ public:
         int index = -1;
         QTextDocument *full_document = nullptr;     // `text` less `pending`
         QTextDocument *filtered_document = nullptr; // shown while a filter is set
-        QString pending; // came while filtered; not yet in full_document
+        QString pending;                            // came while filtered; not yet in full_document
     };
 
     struct log_command

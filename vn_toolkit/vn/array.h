@@ -9,12 +9,14 @@ namespace vn {
 // non-owning range is a view that must not outlive the data it points into;
 // an owning one frees its elements with delete[]. Owning ranges move but do
 // not copy, so each buffer has exactly one owner.
-template <typename T>
-class array
+template <typename T> class array
 {
 public:
     array() = default;
-    array(T *data, std::size_t size, bool owned = false) : data_(data), size_(size), owned_(owned)
+    array(T *data, std::size_t size, bool owned = false)
+        : data_(data)
+        , size_(size)
+        , owned_(owned)
     {}
     ~array()
     {
@@ -24,9 +26,9 @@ public:
     array(const array &) = delete;
     array &operator=(const array &) = delete;
     array(array &&other) noexcept
-        : data_(std::exchange(other.data_, nullptr)),
-          size_(std::exchange(other.size_, 0)),
-          owned_(std::exchange(other.owned_, false))
+        : data_(std::exchange(other.data_, nullptr))
+        , size_(std::exchange(other.size_, 0))
+        , owned_(std::exchange(other.owned_, false))
     {}
     array &operator=(array &&other) noexcept
     {

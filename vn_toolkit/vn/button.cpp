@@ -14,15 +14,17 @@ const char *const highlight_style = "margin:0px 0px 0px 0px;border:2px solid rgb
 
 } // namespace
 
-button::button(const QString &text, QWidget *parent) : QPushButton(text, parent)
+button::button(const QString &text, QWidget *parent)
+    : QPushButton(text, parent)
 {
     qt::merge_style_sheet(this, QString::fromLatin1(resting_style));
     setFocusPolicy(Qt::NoFocus);
 }
 
 button::button(QWidget *parent, const QRect &rect)
-    : QPushButton(parent), highlight_rect_(QPoint(rect.x() + 4, rect.y() + 4),
-                                           QPoint(rect.right() + 1, rect.bottom() + 1))
+    : QPushButton(parent)
+    , highlight_rect_(QPoint(rect.x() + 4, rect.y() + 4),
+                      QPoint(rect.right() + 1, rect.bottom() + 1))
 {
     qt::merge_style_sheet(this, QString::fromLatin1(resting_style));
     setFocusPolicy(Qt::NoFocus);

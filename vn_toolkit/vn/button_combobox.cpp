@@ -6,7 +6,9 @@
 
 namespace vn {
 
-button_combobox::button_combobox(QWidget *parent) : QComboBox(parent), widget_(new combo_box_widget)
+button_combobox::button_combobox(QWidget *parent)
+    : QComboBox(parent)
+    , widget_(new combo_box_widget)
 {
     widget_->hide();
     setStyleSheet(QStringLiteral("QToolTip{border:1px solid rgb(99,99,99);background-image:none;"

@@ -8,9 +8,12 @@
 
 namespace vn {
 
-button_custom::button_custom(QWidget *parent) : button_custom(QString(), parent) {}
+button_custom::button_custom(QWidget *parent)
+    : button_custom(QString(), parent)
+{}
 
-button_custom::button_custom(const QString &text, QWidget *parent) : QPushButton(text, parent)
+button_custom::button_custom(const QString &text, QWidget *parent)
+    : QPushButton(text, parent)
 {
     setStyleSheet(QStringLiteral("QToolTip{border:1px solid rgb(99,99,99);background-image:none;"
                                  "background-color:rgb(47,47,47);}"));

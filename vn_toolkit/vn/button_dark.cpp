@@ -78,9 +78,9 @@ pixel_argb nearest_pixel(const QImage &image, const pixel_argb &colour)
     for (int y = 0; y < image.height() && best > 0; ++y) {
         const auto *line = reinterpret_cast<const pixel_argb *>(image.constScanLine(y));
         for (int x = 0; x < image.width(); ++x) {
-            const int d = std::abs(line[x].red - colour.red)
-                          + std::abs(line[x].green - colour.green)
-                          + std::abs(line[x].blue - colour.blue);
+            const int d = std::abs(line[x].red - colour.red) +
+                          std::abs(line[x].green - colour.green) +
+                          std::abs(line[x].blue - colour.blue);
             if (d < best) {
                 best = d;
                 found = line[x];
@@ -155,8 +155,8 @@ void button_dark::img_highlighter::paint(QPainter &painter, QPushButton *button,
     const QImage *image = &normal;
     if (!bd->isEnabled())
         image = &disabled;
-    else if (bd->underMouse()
-             || (bd->highlight_when_checked() && bd->isCheckable() && bd->isChecked()))
+    else if (bd->underMouse() ||
+             (bd->highlight_when_checked() && bd->isCheckable() && bd->isChecked()))
         image = &highlight;
 
     if (!image->isNull()) {
@@ -184,25 +184,28 @@ void button_dark::img_highlighter::paint(QPainter &painter, QPushButton *button,
     }
 }
 
-button_dark::button_dark(QWidget *parent) : button_dark(QString(), parent) {}
+button_dark::button_dark(QWidget *parent)
+    : button_dark(QString(), parent)
+{}
 
 button_dark::button_dark(const QString &text, QWidget *parent)
-    : QPushButton(text, parent),
-      base_sheet_(QStringLiteral(
+    : QPushButton(text, parent)
+    , base_sheet_(QStringLiteral(
           "QPushButton{color:rgb(198,213,210);border-style:none;border-width:3px;"
           "border-image:url(:/gui/button/%1_normal.png) 3 stretch;text-align:%2;%3;"
           "background:transparent;"
           "padding: 0.25em 1em;"
           "}QPushButton::hover{color:#f0f0f0;}QToolTip{border:1px solid rgb(99,99,99);"
-          "background-image:none;background-color:rgb(47,47,47);}")),
-      disabled_sheet_(QStringLiteral("QPushButton::disabled{color:rgba(129,136,133,50%);}")),
-      disabled_template_(QStringLiteral("QPushButton::disabled{color:rgba(%1,%2,%3,50%);}")),
-      checked_sheet_(QStringLiteral("QPushButton::checked{border-style:none;border-width:3px;"
-                                    "border-image:url(:/gui/button/%1_pressed.png) 3 stretch;}")),
-      pressed_sheet_(QStringLiteral("QPushButton::pressed{border-style:none;border-width:3px;"
-                                    "border-image:url(:/gui/button/%1_pressed.png) 3 stretch;}")),
-      padding_template_(QStringLiteral("padding-left: %1px; padding-right: %1px;")),
-      kind_(QStringLiteral("dark")), alignment_(QStringLiteral("center"))
+          "background-image:none;background-color:rgb(47,47,47);}"))
+    , disabled_sheet_(QStringLiteral("QPushButton::disabled{color:rgba(129,136,133,50%);}"))
+    , disabled_template_(QStringLiteral("QPushButton::disabled{color:rgba(%1,%2,%3,50%);}"))
+    , checked_sheet_(QStringLiteral("QPushButton::checked{border-style:none;border-width:3px;"
+                                    "border-image:url(:/gui/button/%1_pressed.png) 3 stretch;}"))
+    , pressed_sheet_(QStringLiteral("QPushButton::pressed{border-style:none;border-width:3px;"
+                                    "border-image:url(:/gui/button/%1_pressed.png) 3 stretch;}"))
+    , padding_template_(QStringLiteral("padding-left: %1px; padding-right: %1px;"))
+    , kind_(QStringLiteral("dark"))
+    , alignment_(QStringLiteral("center"))
 {
     setFocusPolicy(Qt::NoFocus);
     rebuild_sheet();
@@ -368,8 +371,8 @@ void button_dark::mousePressEvent(QMouseEvent *e)
 void button_dark::mouseReleaseEvent(QMouseEvent *e)
 {
     QButtonGroup *buttons = group();
-    if (buttons && buttons->exclusive() && allow_uncheck && buttons->checkedButton() == this
-        && isChecked()) {
+    if (buttons && buttons->exclusive() && allow_uncheck && buttons->checkedButton() == this &&
+        isChecked()) {
         // An exclusive group refuses to uncheck its checked button, so the
         // group lets go for the length of this click.
         buttons->setExclusive(false);

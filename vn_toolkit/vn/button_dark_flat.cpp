@@ -2,9 +2,12 @@
 
 namespace vn {
 
-button_dark_flat::button_dark_flat(QWidget *parent) : button_dark_flat(QString(), parent) {}
+button_dark_flat::button_dark_flat(QWidget *parent)
+    : button_dark_flat(QString(), parent)
+{}
 
-button_dark_flat::button_dark_flat(const QString &text, QWidget *parent) : button_dark(text, parent)
+button_dark_flat::button_dark_flat(const QString &text, QWidget *parent)
+    : button_dark(text, parent)
 {
     base_sheet_ = QStringLiteral(
         "QPushButton{color:rgb(146,152,148);border-style:none;border-width:3px;"

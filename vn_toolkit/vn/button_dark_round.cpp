@@ -2,7 +2,9 @@
 
 namespace vn {
 
-button_dark_round::button_dark_round(QWidget *parent) : button_dark_round(QString(), parent) {}
+button_dark_round::button_dark_round(QWidget *parent)
+    : button_dark_round(QString(), parent)
+{}
 
 button_dark_round::button_dark_round(const QString &text, QWidget *parent)
     : button_dark_flat(text, parent)

@@ -6,9 +6,12 @@
 
 namespace vn {
 
-button_html::button_html(QWidget *parent) : button(parent, QRect()) {}
+button_html::button_html(QWidget *parent)
+    : button(parent, QRect())
+{}
 
-button_html::button_html(const QString &html, QWidget *parent) : button(parent, QRect())
+button_html::button_html(const QString &html, QWidget *parent)
+    : button(parent, QRect())
 {
     set_html(html);
 }

@@ -7,9 +7,12 @@
 
 namespace vn {
 
-button_toggle::button_toggle(QWidget *parent) : button_toggle(QString(), parent) {}
+button_toggle::button_toggle(QWidget *parent)
+    : button_toggle(QString(), parent)
+{}
 
-button_toggle::button_toggle(const QString &text, QWidget *parent) : QPushButton(text, parent)
+button_toggle::button_toggle(const QString &text, QWidget *parent)
+    : QPushButton(text, parent)
 {
     setCheckable(true);
     setStyleSheet(QStringLiteral("QToolTip{border:1px solid rgb(99,99,99);background-image:none;"

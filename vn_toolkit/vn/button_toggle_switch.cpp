@@ -6,22 +6,20 @@ namespace vn {
 
 button_toggle_switch::button_toggle_switch(QWidget *parent)
     : button_toggle_switch(QString(), parent)
-{
-}
+{}
 
 button_toggle_switch::button_toggle_switch(const QString &text, QWidget *parent)
     : button_toggle(text, parent)
-{
-}
+{}
 
 button_toggle_switch::~button_toggle_switch() = default;
 
 QString button_toggle_switch::state_sheet() const
 {
-    return QStringLiteral("QPushButton{background-image:url(")
-           + (isChecked() ? image_on : image_off)
-           + QStringLiteral(");}QToolTip{border:1px solid rgb(99,99,99);background-image:none;"
-                            "background-color:rgb(47,47,47);}");
+    return QStringLiteral("QPushButton{background-image:url(") +
+           (isChecked() ? image_on : image_off) +
+           QStringLiteral(");}QToolTip{border:1px solid rgb(99,99,99);background-image:none;"
+                          "background-color:rgb(47,47,47);}");
 }
 
 void button_toggle_switch::apply_state_sheet()

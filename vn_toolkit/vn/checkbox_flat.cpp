@@ -4,9 +4,13 @@
 
 namespace vn {
 
-checkbox_flat::checkbox_flat(QWidget *parent) : checkbox_flat(QString(), parent) {}
+checkbox_flat::checkbox_flat(QWidget *parent)
+    : checkbox_flat(QString(), parent)
+{}
 
-checkbox_flat::checkbox_flat(const QString &text, QWidget *parent) : checkbox(text, parent) {}
+checkbox_flat::checkbox_flat(const QString &text, QWidget *parent)
+    : checkbox(text, parent)
+{}
 
 checkbox_flat::~checkbox_flat() = default;
 

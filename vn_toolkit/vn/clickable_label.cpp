@@ -4,9 +4,12 @@
 
 namespace vn {
 
-clickable_label::clickable_label(QWidget *parent) : clickable_label(QString(), parent) {}
+clickable_label::clickable_label(QWidget *parent)
+    : clickable_label(QString(), parent)
+{}
 
-clickable_label::clickable_label(const QString &text, QWidget *parent) : QLabel(text, parent)
+clickable_label::clickable_label(const QString &text, QWidget *parent)
+    : QLabel(text, parent)
 {
     set_decoration(QStringLiteral("none"));
 }

@@ -5,7 +5,8 @@
 
 namespace vn {
 
-combobox::combobox(QWidget *parent) : QComboBox(parent)
+combobox::combobox(QWidget *parent)
+    : QComboBox(parent)
 {
     setStyleSheet(QStringLiteral(
         "QComboBox{padding-left:0.2em;margin-top:0px;margin-bottom:0px;outline:0px;"

@@ -4,7 +4,8 @@
 
 namespace vn {
 
-combobox_lineedit::combobox_lineedit(QWidget *parent) : QLineEdit(parent)
+combobox_lineedit::combobox_lineedit(QWidget *parent)
+    : QLineEdit(parent)
 {
     setStyleSheet(QStringLiteral("QToolTip{border:1px solid rgb(99,99,99);background-image:none;"
                                  "background-color:rgb(47,47,47);}"));

@@ -33,7 +33,10 @@ public:
 
     // Installs itself as the buffer of `stream`.
     copy_streambuf(stream_type &stream, stream_type &copy, QMutex &lock)
-        : stream_(stream), copy_(copy), lock_(lock), own_buffer_(stream.rdbuf())
+        : stream_(stream)
+        , copy_(copy)
+        , lock_(lock)
+        , own_buffer_(stream.rdbuf())
     {
         stream_.rdbuf(this);
     }

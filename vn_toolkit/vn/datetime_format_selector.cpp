@@ -20,7 +20,8 @@ const char *const default_time_format = "HH:mm:ss";
 
 } // namespace
 
-datetime_format_selector::datetime_format_selector(QWidget *parent) : QWidget(parent)
+datetime_format_selector::datetime_format_selector(QWidget *parent)
+    : QWidget(parent)
 {
     setStyleSheet(QStringLiteral("color: rgb(198,213,210);"));
     const QFont title_font(QStringLiteral("FreeSansBold"), 11, 75);

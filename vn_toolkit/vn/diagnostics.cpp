@@ -36,8 +36,7 @@ QString application_report(const QMap<QString, QString> &extra_info)
     text += QStringLiteral("%1 Version: %2\n")
                 .arg(QStringLiteral(VN_COMPILER_NAME), QStringLiteral(VN_COMPILER_VERSION));
     text += QStringLiteral("\nApplication: %1\nVersion: %2\n")
-                .arg(QCoreApplication::applicationName(),
-                     QCoreApplication::applicationVersion());
+                .arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion());
     // __DATE__ " " __TIME__ reads "Nov 21 2023 10:19:18"; this file is compiled
     // again with every revision, so the time follows the build.
     text += QStringLiteral("Build: " __DATE__ " " __TIME__ "\n");
@@ -71,9 +70,9 @@ QString network_report()
     QString report;
     const QList<QNetworkInterface> interfaces = QNetworkInterface::allInterfaces();
     for (const QNetworkInterface &interface : interfaces) {
-        report += QStringLiteral("Interface: ") + interface.name() + QStringLiteral(" (")
-                  + interface.humanReadableName() + QStringLiteral(") HW: ")
-                  + interface.hardwareAddress() + QStringLiteral("\n");
+        report += QStringLiteral("Interface: ") + interface.name() + QStringLiteral(" (") +
+                  interface.humanReadableName() + QStringLiteral(") HW: ") +
+                  interface.hardwareAddress() + QStringLiteral("\n");
         QStringList flags;
         for (const auto &flag : flag_names) {
             if (interface.flags().testFlag(flag.first))
@@ -82,8 +81,8 @@ QString network_report()
         report += QStringLiteral("\t") + flags.join(QLatin1Char('|')) + QStringLiteral("\n");
         const QList<QNetworkAddressEntry> entries = interface.addressEntries();
         for (const QNetworkAddressEntry &entry : entries) {
-            report += QStringLiteral("\tAddress: ") + entry.ip().toString() + QStringLiteral("/")
-                      + QString::number(entry.prefixLength()) + QStringLiteral("\n");
+            report += QStringLiteral("\tAddress: ") + entry.ip().toString() + QStringLiteral("/") +
+                      QString::number(entry.prefixLength()) + QStringLiteral("\n");
         }
     }
     return report;

@@ -41,8 +41,8 @@ bool exif_response::wait(int timeout_ms)
             set_error(0);
             return false;
         }
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents
-                                        | QEventLoop::WaitForMoreEvents);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                        QEventLoop::WaitForMoreEvents);
     }
 }
 

@@ -28,8 +28,8 @@ const char write_failure_text[] = "files weren't updated due to errors";
 // more than one argument line.
 bool breaks_argument_line(const QString &text)
 {
-    return text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r'))
-           || text.contains(QChar(0));
+    return text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r')) ||
+           text.contains(QChar(0));
 }
 
 // Refuses what could be read as an option (a relative name such as
@@ -199,9 +199,9 @@ exif_response *exiftool::start_task(const QByteArray &data)
     Q_ASSERT(worker && QThread::currentThread() != thread);
     auto *response =
         new exif_response(next_task_id.fetch_add(1, std::memory_order_relaxed), thread);
-    if (!worker
-        || !QMetaObject::invokeMethod(worker, "add_task", Qt::BlockingQueuedConnection,
-                                      Q_ARG(exif_response *, response), Q_ARG(QByteArray, data)))
+    if (!worker ||
+        !QMetaObject::invokeMethod(worker, "add_task", Qt::BlockingQueuedConnection,
+                                   Q_ARG(exif_response *, response), Q_ARG(QByteArray, data)))
         qWarning("%s: Failed to invoke add_task method in exiftool worker.", Q_FUNC_INFO);
     return response;
 }

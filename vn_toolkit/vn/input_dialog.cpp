@@ -21,9 +21,9 @@ void input_dialog::apply_look(QInputDialog &dialog)
     dialog.setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     dialog.setStyleSheet(
         QStringLiteral("* {background: none;background-color: rgb(47,47,47);border-image: none;"
-                       "color: rgb(198,213,210); }")
-        + message_box::button_style_sheet()
-        + QStringLiteral(
+                       "color: rgb(198,213,210); }") +
+        message_box::button_style_sheet() +
+        QStringLiteral(
             "QLineEdit { border: 1px solid rgb(99,99,99); background-color: rgb(38,38,38); }"
             "QComboBox {background-color: rgb(36,36,36);border: 1px solid rgb(99,99,99);"
             "selection-background-color: rgb(200,210,200);selection-color: #000;"
@@ -46,8 +46,8 @@ QString input_dialog::get_item(QWidget *parent, const QString &title, const QStr
                                const QStringList &items, int current, bool editable, bool *ok,
                                Qt::WindowFlags flags, Qt::InputMethodHints hints)
 {
-    const QString start_text = current >= 0 && current < items.size() ? items.at(current)
-                                                                       : QString();
+    const QString start_text =
+        current >= 0 && current < items.size() ? items.at(current) : QString();
     QInputDialog dialog(parent, flags);
     apply_look(dialog);
     dialog.setWindowTitle(title);

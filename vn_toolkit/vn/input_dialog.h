@@ -29,9 +29,8 @@ public:
                        int minimum = -2147483647, int maximum = 2147483647, int step = 1,
                        bool *ok = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());
     // Cancel returns "".
-    static QString get_multi_line_text(QWidget *parent, const QString &title,
-                                       const QString &label, const QString &text = QString(),
-                                       bool *ok = nullptr,
+    static QString get_multi_line_text(QWidget *parent, const QString &title, const QString &label,
+                                       const QString &text = QString(), bool *ok = nullptr,
                                        Qt::WindowFlags flags = Qt::WindowFlags(),
                                        Qt::InputMethodHints hints = Qt::ImhNone);
     // Cancel returns "". Non-empty `ok_text` and `cancel_text` relabel the buttons.

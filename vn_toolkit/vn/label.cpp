@@ -4,9 +4,12 @@
 
 namespace vn {
 
-label::label(QWidget *parent) : label(QString(), parent) {}
+label::label(QWidget *parent)
+    : label(QString(), parent)
+{}
 
-label::label(const QString &text, QWidget *parent) : QLabel(text, parent)
+label::label(const QString &text, QWidget *parent)
+    : QLabel(text, parent)
 {
     setStyleSheet(QStringLiteral("QToolTip{border:1px solid rgb(99,99,99);background-image:none;"
                                  "background-color:rgb(47,47,47);}"));

@@ -2,10 +2,13 @@
 
 namespace vn {
 
-lineedit::lineedit(QWidget *parent) : lineedit(QString(), parent) {}
+lineedit::lineedit(QWidget *parent)
+    : lineedit(QString(), parent)
+{}
 
 lineedit::lineedit(const QString &text, QWidget *parent)
-    : QLineEdit(text, parent), border_colour_(99, 99, 99)
+    : QLineEdit(text, parent)
+    , border_colour_(99, 99, 99)
 {
     setAttribute(Qt::WA_MacShowFocusRect, false);
     set_sheet();

@@ -2,7 +2,9 @@
 
 namespace vn {
 
-main_window::main_window(QWidget *parent) : QMainWindow(parent) {}
+main_window::main_window(QWidget *parent)
+    : QMainWindow(parent)
+{}
 
 main_window::~main_window() = default;
 

@@ -11,8 +11,8 @@ bool message_box::trace = false;
 
 namespace {
 
-const char *const icon_label_sheet
-    = "background: none; background-color: rgb(47,47,47); color: rgb(184,196,191);";
+const char *const icon_label_sheet =
+    "background: none; background-color: rgb(47,47,47); color: rgb(184,196,191);";
 
 } // namespace
 
@@ -31,12 +31,10 @@ QString message_box::button_style_sheet()
 
 message_box::message_box(QMessageBox::Icon icon, const QString &title, const QString &text,
                          QMessageBox::StandardButtons buttons, QWidget *parent)
-    : QMessageBox(icon, title, text, buttons, parent,
-                  Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint)
+    : QMessageBox(icon, title, text, buttons, parent, Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint)
 {
-    setStyleSheet(QStringLiteral(
-                      "* {background-color: rgb(47,47,47);color: rgb(198,213,210); }")
-                  + button_style_sheet());
+    setStyleSheet(QStringLiteral("* {background-color: rgb(47,47,47);color: rgb(198,213,210); }") +
+                  button_style_sheet());
 }
 
 message_box::~message_box() = default;
@@ -57,8 +55,8 @@ void message_box::add_buttons(QMessageBox &box, StandardButtons buttons,
         QPushButton *button = box.addButton(standard);
         if (has_default || !button)
             continue;
-        const bool accepts = button_box
-                             && button_box->buttonRole(button) == QDialogButtonBox::AcceptRole;
+        const bool accepts =
+            button_box && button_box->buttonRole(button) == QDialogButtonBox::AcceptRole;
         if (standard == default_button || (default_button == NoButton && accepts)) {
             box.setDefaultButton(button);
             has_default = true;
@@ -71,8 +69,8 @@ QMessageBox::StandardButton message_box::run(QMessageBox &box)
     const int result = box.exec();
     QAbstractButton *clicked = box.clickedButton();
     if (trace) {
-        const QString answer = result == -1 || !clicked ? QStringLiteral("Cancel")
-                                                        : clicked->text();
+        const QString answer =
+            result == -1 || !clicked ? QStringLiteral("Cancel") : clicked->text();
         qDebug("MessageBox \"%s\" \"%s\": %s", qUtf8Printable(box.windowTitle()),
                qUtf8Printable(box.text()), qUtf8Printable(answer));
     }
@@ -98,8 +96,7 @@ message_box::show_box(Icon icon, QWidget *parent, const QString &title, const QS
 }
 
 QMessageBox::StandardButton message_box::information(QWidget *parent, const QString &title,
-                                                     const QString &text,
-                                                     StandardButtons buttons,
+                                                     const QString &text, StandardButtons buttons,
                                                      StandardButton default_button)
 {
     return show_box(Information, parent, title, text, buttons, default_button, {});
@@ -147,14 +144,12 @@ QMessageBox::StandardButton message_box::question(QWidget *parent, const QString
 
 QMessageBox::StandardButton
 message_box::question(QWidget *parent, const QString &title, const QString &text,
-                      const QString &yes_text, const QString &no_text,
-                      const QString &yes_all_text, const QString &no_all_text,
-                      StandardButton default_button)
+                      const QString &yes_text, const QString &no_text, const QString &yes_all_text,
+                      const QString &no_all_text, StandardButton default_button)
 {
-    return show_box(Question, parent, title, text, Yes | No | YesToAll | NoToAll,
-                    default_button,
-                    {{Yes, yes_text}, {No, no_text}, {YesToAll, yes_all_text},
-                     {NoToAll, no_all_text}});
+    return show_box(
+        Question, parent, title, text, Yes | No | YesToAll | NoToAll, default_button,
+        {{Yes, yes_text}, {No, no_text}, {YesToAll, yes_all_text}, {NoToAll, no_all_text}});
 }
 
 } // namespace vn

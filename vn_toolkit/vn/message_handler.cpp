@@ -33,14 +33,14 @@ const char *level_prefix(QtMsgType type)
 
 // Qt's PNG reader prints this for many harmless images; it says nothing about
 // the user's photos, so it never reaches the streams.
-const QString dropped_libpng_line
-    = QStringLiteral("libpng warning: iCCP: known incorrect sRGB profile");
+const QString dropped_libpng_line =
+    QStringLiteral("libpng warning: iCCP: known incorrect sRGB profile");
 
 bool on_gui_thread()
 {
     const QCoreApplication *app = QCoreApplication::instance();
-    return app && qobject_cast<const QApplication *>(app)
-           && QThread::currentThread() == app->thread();
+    return app && qobject_cast<const QApplication *>(app) &&
+           QThread::currentThread() == app->thread();
 }
 
 } // namespace
@@ -61,8 +61,8 @@ void message_handler(QtMsgType type, const QMessageLogContext &context, const QS
     if (message == dropped_libpng_line)
         return;
 
-    const QByteArray line = QByteArray(level_prefix(type))
-                            + qFormatLogMessage(type, context, message).toUtf8() + '\n';
+    const QByteArray line =
+        QByteArray(level_prefix(type)) + qFormatLogMessage(type, context, message).toUtf8() + '\n';
     const bool to_cerr = type == QtCriticalMsg || type == QtFatalMsg;
     {
         QMutexLocker lock(&log_mutex());

@@ -4,7 +4,9 @@
 
 namespace vn {
 
-panel::panel(QWidget *content, QWidget *parent, bool topless) : QWidget(parent), content_(content)
+panel::panel(QWidget *content, QWidget *parent, bool topless)
+    : QWidget(parent)
+    , content_(content)
 {
     const QString variant = topless ? QStringLiteral("_topless") : QString();
 

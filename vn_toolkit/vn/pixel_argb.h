@@ -17,21 +17,23 @@ struct pixel_argb
 
     constexpr pixel_argb() = default;
     constexpr pixel_argb(std::uint32_t argb)
-        : blue(std::uint8_t(argb)), green(std::uint8_t(argb >> 8)), red(std::uint8_t(argb >> 16)),
-          alpha(std::uint8_t(argb >> 24))
-    {
-    }
+        : blue(std::uint8_t(argb))
+        , green(std::uint8_t(argb >> 8))
+        , red(std::uint8_t(argb >> 16))
+        , alpha(std::uint8_t(argb >> 24))
+    {}
     constexpr pixel_argb(int r, int g, int b, int a = 255)
-        : blue(std::uint8_t(b)), green(std::uint8_t(g)), red(std::uint8_t(r)),
-          alpha(std::uint8_t(a))
-    {
-    }
+        : blue(std::uint8_t(b))
+        , green(std::uint8_t(g))
+        , red(std::uint8_t(r))
+        , alpha(std::uint8_t(a))
+    {}
 
     // pixel_argb(0xFF818885).value() == 0xFF818885
     constexpr std::uint32_t value() const
     {
-        return std::uint32_t(alpha) << 24 | std::uint32_t(red) << 16 | std::uint32_t(green) << 8
-               | std::uint32_t(blue);
+        return std::uint32_t(alpha) << 24 | std::uint32_t(red) << 16 | std::uint32_t(green) << 8 |
+               std::uint32_t(blue);
     }
 
     friend constexpr bool operator==(const pixel_argb &a, const pixel_argb &b)

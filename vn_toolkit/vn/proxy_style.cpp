@@ -4,7 +4,8 @@ namespace vn {
 
 // The null base style makes QProxyStyle wrap whatever QApplication::style()
 // gives at the time, so the delays start as that style's own.
-proxy_style::proxy_style() : QProxyStyle(nullptr)
+proxy_style::proxy_style()
+    : QProxyStyle(nullptr)
 {
     tooltip_delay_ = QProxyStyle::styleHint(SH_ToolTip_WakeUpDelay);
     tooltip_cooldown_ = QProxyStyle::styleHint(SH_ToolTip_FallAsleepDelay);

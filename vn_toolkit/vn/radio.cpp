@@ -2,9 +2,12 @@
 
 namespace vn {
 
-radio::radio(QWidget *parent) : radio(QString(), parent) {}
+radio::radio(QWidget *parent)
+    : radio(QString(), parent)
+{}
 
-radio::radio(const QString &text, QWidget *parent) : QRadioButton(text, parent)
+radio::radio(const QString &text, QWidget *parent)
+    : QRadioButton(text, parent)
 {
     set_sheet();
 }

@@ -2,7 +2,8 @@
 
 namespace vn {
 
-textedit::textedit(QWidget *parent) : QTextEdit(parent)
+textedit::textedit(QWidget *parent)
+    : QTextEdit(parent)
 {
     setStyleSheet(QStringLiteral("vn--textedit{background:rgb(38,38,38);color:rgb(198,213,210);"
                                  "border: 1px solid rgb(99,99,99);"

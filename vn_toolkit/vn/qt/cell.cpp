@@ -19,7 +19,9 @@ const char no_background_sheet[] = "background-color:none;background-image:none;
 
 cell::cell() = default;
 
-cell::cell(QWidget *widget) : widget_(widget) {}
+cell::cell(QWidget *widget)
+    : widget_(widget)
+{}
 
 void cell::apply(const keyword_value &keyword)
 {
@@ -31,22 +33,42 @@ void cell::apply(const keyword_value &keyword)
         margin_bottom = float(n[2]);
         margin_left = float(n[3]);
         break;
-    case attribute::margin_top: margin_top = float(n[0]); break;
-    case attribute::margin_bottom: margin_bottom = float(n[0]); break;
-    case attribute::margin_left: margin_left = float(n[0]); break;
-    case attribute::margin_right: margin_right = float(n[0]); break;
+    case attribute::margin_top:
+        margin_top = float(n[0]);
+        break;
+    case attribute::margin_bottom:
+        margin_bottom = float(n[0]);
+        break;
+    case attribute::margin_left:
+        margin_left = float(n[0]);
+        break;
+    case attribute::margin_right:
+        margin_right = float(n[0]);
+        break;
     case attribute::padding:
         padding_top = float(n[0]);
         padding_right = float(n[1]);
         padding_bottom = float(n[2]);
         padding_left = float(n[3]);
         break;
-    case attribute::padding_top: padding_top = float(n[0]); break;
-    case attribute::padding_bottom: padding_bottom = float(n[0]); break;
-    case attribute::padding_left: padding_left = float(n[0]); break;
-    case attribute::padding_right: padding_right = float(n[0]); break;
-    case attribute::width: width = float(n[0]); break;
-    case attribute::height: height = float(n[0]); break;
+    case attribute::padding_top:
+        padding_top = float(n[0]);
+        break;
+    case attribute::padding_bottom:
+        padding_bottom = float(n[0]);
+        break;
+    case attribute::padding_left:
+        padding_left = float(n[0]);
+        break;
+    case attribute::padding_right:
+        padding_right = float(n[0]);
+        break;
+    case attribute::width:
+        width = float(n[0]);
+        break;
+    case attribute::height:
+        height = float(n[0]);
+        break;
     case attribute::size:
         width = float(n[0]);
         height = float(n[1]);
@@ -67,10 +89,18 @@ void cell::apply(const keyword_value &keyword)
         if (background_)
             background_->setStyleSheet(background_->styleSheet() + no_background_sheet);
         break;
-    case attribute::row_height: row_height = n[0]; break;
-    case attribute::column_width: column_width = n[0]; break;
-    case attribute::row_span: row_span = n[0]; break;
-    case attribute::column_span: column_span = n[0]; break;
+    case attribute::row_height:
+        row_height = n[0];
+        break;
+    case attribute::column_width:
+        column_width = n[0];
+        break;
+    case attribute::row_span:
+        row_span = n[0];
+        break;
+    case attribute::column_span:
+        column_span = n[0];
+        break;
     case attribute::hidden:
         if (widget_)
             widget_->setVisible(false);
@@ -79,10 +109,18 @@ void cell::apply(const keyword_value &keyword)
         if (widget_)
             widget_->setEnabled(false);
         break;
-    case attribute::slot_width: slot_width = n[0]; break;
-    case attribute::line_break: line_break = true; break;
-    case attribute::offset_x: offset_x = n[0]; break;
-    case attribute::offset_y: offset_y = n[0]; break;
+    case attribute::slot_width:
+        slot_width = n[0];
+        break;
+    case attribute::line_break:
+        line_break = true;
+        break;
+    case attribute::offset_x:
+        offset_x = n[0];
+        break;
+    case attribute::offset_y:
+        offset_y = n[0];
+        break;
     case attribute::offset:
         offset_x = n[0];
         offset_y = n[1];
@@ -159,15 +197,15 @@ void cell::animate(int target_width, int target_height, bool step_width_track,
         const auto passed = [](int value, int target, int delta) {
             return delta > 0 ? value < target : value > target;
         };
-        const std::chrono::duration<double> pause(double(seconds)
-                                                  / double(seconds * steps_per_second));
+        const std::chrono::duration<double> pause(double(seconds) /
+                                                  double(seconds * steps_per_second));
         for (int i = 1; i < seconds * steps_per_second; ++i) {
             if (step_width_track)
                 track_width() -= step_width;
             if (step_height_track)
                 track_height() -= step_height;
-            if ((step_width_track && passed(track_width(), target_width, delta_width))
-                || (step_height_track && passed(track_height(), target_height, delta_height)))
+            if ((step_width_track && passed(track_width(), target_width, delta_width)) ||
+                (step_height_track && passed(track_height(), target_height, delta_height)))
                 break;
             nudge();
             std::this_thread::sleep_for(pause); // restarts itself when a signal interrupts it
@@ -200,7 +238,8 @@ Qt::Orientations cell::expandingDirections() const
     return Qt::Horizontal | Qt::Vertical;
 }
 
-void cell::setGeometry(const QRect &) {}
+void cell::setGeometry(const QRect &)
+{}
 
 QRect cell::geometry() const
 {

@@ -31,7 +31,8 @@ public:
     // cell(button, size = {27, 27}, margin_top = 5, hidden): keywords apply in
     // order, a later one overriding an earlier one.
     template <typename... K>
-    cell(QWidget *widget, const K &...keywords) : cell(widget)
+    cell(QWidget *widget, const K &...keywords)
+        : cell(widget)
     {
         static_assert((std::is_convertible_v<K, keyword_value> && ...),
                       "a keyword that takes a value needs one, e.g. width = 10");

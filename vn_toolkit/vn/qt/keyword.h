@@ -53,7 +53,10 @@ struct keyword_value
 // Two ints, as in size = {27, 27} (width, height) or offset = {2, 3} (x, y).
 struct int2
 {
-    constexpr int2(int a, int b) : first(a), second(b) {}
+    constexpr int2(int a, int b)
+        : first(a)
+        , second(b)
+    {}
     int first;
     int second;
 };
@@ -61,7 +64,12 @@ struct int2
 // Four ints in the order top, right, bottom, left: margin = {5, 0, 5, 10}.
 struct int4
 {
-    constexpr int4(int t, int r, int b, int l) : top(t), right(r), bottom(b), left(l) {}
+    constexpr int4(int t, int r, int b, int l)
+        : top(t)
+        , right(r)
+        , bottom(b)
+        , left(l)
+    {}
     int top;
     int right;
     int bottom;
@@ -71,7 +79,9 @@ struct int4
 class flag_keyword
 {
 public:
-    constexpr explicit flag_keyword(attribute key) : key_(key) {}
+    constexpr explicit flag_keyword(attribute key)
+        : key_(key)
+    {}
     operator keyword_value() const { return keyword_value{key_, {}, QString()}; }
 
 private:
@@ -81,7 +91,9 @@ private:
 class int_keyword
 {
 public:
-    constexpr explicit int_keyword(attribute key) : key_(key) {}
+    constexpr explicit int_keyword(attribute key)
+        : key_(key)
+    {}
     keyword_value operator=(int value) const { return keyword_value{key_, {value, 0, 0, 0}, {}}; }
 
 private:
@@ -91,7 +103,9 @@ private:
 class int2_keyword
 {
 public:
-    constexpr explicit int2_keyword(attribute key) : key_(key) {}
+    constexpr explicit int2_keyword(attribute key)
+        : key_(key)
+    {}
     keyword_value operator=(int2 value) const
     {
         return keyword_value{key_, {value.first, value.second, 0, 0}, {}};
@@ -104,7 +118,9 @@ private:
 class int4_keyword
 {
 public:
-    constexpr explicit int4_keyword(attribute key) : key_(key) {}
+    constexpr explicit int4_keyword(attribute key)
+        : key_(key)
+    {}
     keyword_value operator=(int4 value) const
     {
         return keyword_value{key_, {value.top, value.right, value.bottom, value.left}, {}};
@@ -117,7 +133,9 @@ private:
 class string_keyword
 {
 public:
-    constexpr explicit string_keyword(attribute key) : key_(key) {}
+    constexpr explicit string_keyword(attribute key)
+        : key_(key)
+    {}
     keyword_value operator=(const QString &value) const { return keyword_value{key_, {}, value}; }
 
 private:

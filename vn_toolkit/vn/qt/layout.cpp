@@ -55,12 +55,16 @@ int non_negative(float value)
 } // namespace
 
 layout::layout(QWidget *parent, int wrap, bool vertical)
-    : QLayout(parent), vertical_(vertical), wrap_(std::max(0, wrap))
+    : QLayout(parent)
+    , vertical_(vertical)
+    , wrap_(std::max(0, wrap))
 {
     setContentsMargins(0, 0, 0, 0);
 }
 
-layout::layout(int wrap, bool vertical) : layout(nullptr, wrap, vertical) {}
+layout::layout(int wrap, bool vertical)
+    : layout(nullptr, wrap, vertical)
+{}
 
 layout::~layout()
 {
@@ -267,9 +271,8 @@ void layout::adopt(QWidget *child) const
     QWidget *parent = parentWidget();
     if (!child || !parent || child->parentWidget() == parent)
         return;
-    const bool show
-        = parent->isVisible()
-          && !(child->isHidden() && child->testAttribute(Qt::WA_WState_ExplicitShowHide));
+    const bool show = parent->isVisible() &&
+                      !(child->isHidden() && child->testAttribute(Qt::WA_WState_ExplicitShowHide));
     child->setParent(parent);
     if (show)
         child->show();
@@ -380,12 +383,12 @@ void layout::setGeometry(const QRect &rect)
             for (int i = 0; i < item.row_span; ++i)
                 slot_height += track(row_heights_, r + i, auto_height);
 
-            const extent across
-                = place_in_slot(x, slot_width, item.width, item.margin_left, item.margin_right,
-                                item.padding_left, item.padding_right);
-            const extent down
-                = place_in_slot(y, slot_height, item.height, item.margin_top, item.margin_bottom,
-                                item.padding_top, item.padding_bottom);
+            const extent across =
+                place_in_slot(x, slot_width, item.width, item.margin_left, item.margin_right,
+                              item.padding_left, item.padding_right);
+            const extent down =
+                place_in_slot(y, slot_height, item.height, item.margin_top, item.margin_bottom,
+                              item.padding_top, item.padding_bottom);
             if (item.widget_) {
                 item.widget_->move(int(across.start) + item.offset_x,
                                    int(down.start) + item.offset_y);

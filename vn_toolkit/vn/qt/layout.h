@@ -44,8 +44,7 @@ public:
     cell *add(const cell &item, std::function<void()> on_click);
     QWidget *add(QWidget *widget);
     // Nests sub on a new host widget: add(sub_layout, margin_left = 20).
-    template <typename... K>
-    QWidget *add(QLayout *sub, const K &...keywords)
+    template <typename... K> QWidget *add(QLayout *sub, const K &...keywords)
     {
         if (!sub) {
             qWarning("%s: No layout to nest.", Q_FUNC_INFO);

@@ -37,7 +37,8 @@ stylesheet::stylesheet()
     selectors_[std::string()];
 }
 
-stylesheet::stylesheet(const QString &text) : stylesheet()
+stylesheet::stylesheet(const QString &text)
+    : stylesheet()
 {
     set(text.toStdString());
 }

@@ -15,9 +15,9 @@ namespace vn::qt {
 
 // The tooltip rule that every themed widget appends to its own sheet: the dark
 // surface with a grey border instead of the system's tooltip colours.
-inline constexpr char tooltip_style[]
-    = "QToolTip{border:1px solid rgb(99,99,99);background-image:none;"
-      "background-color:rgb(47,47,47);}";
+inline constexpr char tooltip_style[] =
+    "QToolTip{border:1px solid rgb(99,99,99);background-image:none;"
+    "background-color:rgb(47,47,47);}";
 
 // A widget's style sheet held as data: selector -> property -> value, both
 // maps ordered by byte-wise comparison. The plain declarations of a widget sit

@@ -9,7 +9,9 @@
 namespace vn::qt {
 
 widget_fold::widget_fold(QString text, QPushButton *button, double seconds, int header_height)
-    : header_height_(header_height), seconds_(seconds), button_(button)
+    : header_height_(header_height)
+    , seconds_(seconds)
+    , button_(button)
 {
     main_layout_ = new vn::qt::layout(2, false);
     if (!button_) {
