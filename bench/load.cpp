@@ -5,6 +5,8 @@
 //
 //   load [copies [rounds]]      (default 1000 and 3; runs offscreen)
 
+#include "raw_exiftool.h"
+
 #include "drop_files_widget.h"
 #include "mainwindow.h"
 #include "model/exif_cache.h"
@@ -57,90 +59,6 @@ long resident_kib()
     return -1;
 }
 
-// The same conversation as the program's, over two pipes and nothing else.
-class raw_exiftool
-{
-public:
-    explicit raw_exiftool(const std::string &program)
-    {
-        int to_child[2];
-        int from_child[2];
-        if (pipe(to_child) != 0 || pipe(from_child) != 0)
-            return;
-        pid_ = fork();
-        if (pid_ == 0) {
-            dup2(to_child[0], 0);
-            dup2(from_child[1], 1);
-            const int null_fd = open("/dev/null", O_WRONLY);
-            dup2(null_fd, 2);
-            close(to_child[1]);
-            close(from_child[0]);
-            execl(program.c_str(), program.c_str(), "-stay_open", "1", "-@", "-", "-common_args",
-                  "-charset", "filename=utf8", "-args", "-sort", "-fast", "-userParam",
-                  "processOwner=Loxmere", static_cast<char *>(nullptr));
-            _exit(127);
-        }
-        close(to_child[0]);
-        close(from_child[1]);
-        in_ = to_child[1];
-        out_ = from_child[0];
-    }
-
-    ~raw_exiftool()
-    {
-        if (pid_ <= 0)
-            return;
-        const char close_command[] = "-stay_open\n0\n";
-        write_all(close_command, sizeof close_command - 1);
-        close(in_);
-        close(out_);
-        waitpid(pid_, nullptr, 0);
-    }
-
-    // Sends one command and returns its reply, without the marker.
-    std::string run(const std::string &command)
-    {
-        ++id_;
-        const std::string request = command + "\n-execute" + std::to_string(id_) + "\n";
-        if (!write_all(request.data(), request.size()))
-            return std::string();
-        const std::string marker = "{ready" + std::to_string(id_) + "}";
-        char chunk[65536];
-        for (;;) {
-            const std::size_t at = buffer_.find(marker);
-            const std::size_t end = at == std::string::npos ? at : buffer_.find('\n', at);
-            if (end != std::string::npos) {
-                std::string reply = buffer_.substr(0, at);
-                buffer_.erase(0, end + 1);
-                return reply;
-            }
-            const ssize_t got = read(out_, chunk, sizeof chunk);
-            if (got <= 0)
-                return std::string();
-            buffer_.append(chunk, std::size_t(got));
-        }
-    }
-
-private:
-    bool write_all(const char *data, std::size_t size)
-    {
-        while (size > 0) {
-            const ssize_t done = write(in_, data, size);
-            if (done <= 0)
-                return false;
-            data += done;
-            size -= std::size_t(done);
-        }
-        return true;
-    }
-
-    pid_t pid_ = -1;
-    int in_ = -1;
-    int out_ = -1;
-    int id_ = 0;
-    std::string buffer_;
-};
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -176,7 +94,8 @@ int main(int argc, char **argv)
 
     // Warm both the page cache and ExifTool's own start-up out of the figures.
     {
-        raw_exiftool warm(program.toStdString());
+        raw_exiftool warm;
+        warm.start(program.toStdString(), raw_exiftool::program_arguments());
         for (const QString &file : qAsConst(files))
             warm.run(file.toStdString() + "\n");
     }
@@ -191,7 +110,9 @@ int main(int argc, char **argv)
         return 1;
     exif_cache::instance()->read_file(files.first()); // starts the program's ExifTool
     exif_cache::instance()->clear();
-    raw_exiftool raw(program.toStdString());
+    raw_exiftool raw;
+    if (!raw.start(program.toStdString(), raw_exiftool::program_arguments()))
+        return 1;
     raw.run(files.first().toStdString() + "\n"); // started, as the window's was
 
     // The three ways run in turns, so that the load of a shared machine falls
@@ -252,7 +173,7 @@ int main(int argc, char **argv)
         for (const QString &file : qAsConst(files)) {
             const std::string path = file.toStdString();
             reply_bytes += raw.run(path + "\n").size();
-            reply_bytes += raw.run("-G1\n" + path + "\n").size();
+            reply_bytes += raw.run("-G1\n-a\n" + path + "\n").size();
         }
         raw_ms.push_back(
             std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - raw_start)

@@ -4,6 +4,8 @@
 // 1,000 other copies straight through an "exiftool -stay_open" process over
 // blocking pipes, without Qt. Loading the photos isn't timed. Prints both
 // times and their ratio.
+#include "raw_exiftool.h"
+
 #include "gps_tag_maps.h"
 #include "mainwindow.h"
 #include "model/exif_cache.h"
@@ -36,96 +38,6 @@ namespace {
 
 constexpr int file_count = 1000;
 constexpr int rounds = 4;
-
-// A plain stay-open conversation: fork/exec, one pipe each way, blocking reads.
-class raw_exiftool
-{
-public:
-    bool start(const std::string &program, const std::vector<std::string> &args)
-    {
-        int in[2];
-        int out[2];
-        if (pipe(in) != 0 || pipe(out) != 0)
-            return false;
-        pid_ = fork();
-        if (pid_ < 0)
-            return false;
-        if (pid_ == 0) {
-            dup2(in[0], 0);
-            dup2(out[1], 1);
-            const int null_fd = open("/dev/null", O_WRONLY);
-            dup2(null_fd, 2);
-            close(in[0]);
-            close(in[1]);
-            close(out[0]);
-            close(out[1]);
-            std::vector<char *> argv;
-            argv.push_back(const_cast<char *>(program.c_str()));
-            for (const std::string &arg : args)
-                argv.push_back(const_cast<char *>(arg.c_str()));
-            argv.push_back(nullptr);
-            execv(program.c_str(), argv.data());
-            _exit(127);
-        }
-        close(in[0]);
-        close(out[1]);
-        to_ = in[1];
-        from_ = out[0];
-        return true;
-    }
-
-    // Sends one command and reads until its marker closes the reply.
-    bool run(const std::string &command, int id, std::string *reply)
-    {
-        const std::string text = command + "\n-execute" + std::to_string(id) + "\n";
-        if (!write_all(text))
-            return false;
-        const std::string marker = "{ready" + std::to_string(id) + "}\n";
-        std::string got;
-        char chunk[2048];
-        for (;;) {
-            const ssize_t n = read(from_, chunk, sizeof chunk);
-            if (n < 0 && errno == EINTR)
-                continue;
-            if (n <= 0)
-                return false;
-            got.append(chunk, size_t(n));
-            const size_t at = got.find(marker);
-            if (at != std::string::npos) {
-                *reply = got.substr(0, at);
-                return true;
-            }
-        }
-    }
-
-    void stop()
-    {
-        write_all("-stay_open\n0\n");
-        close(to_);
-        close(from_);
-        int status = 0;
-        waitpid(pid_, &status, 0);
-    }
-
-private:
-    bool write_all(const std::string &text)
-    {
-        size_t done = 0;
-        while (done < text.size()) {
-            const ssize_t n = ::write(to_, text.data() + done, text.size() - done);
-            if (n < 0 && errno == EINTR)
-                continue;
-            if (n <= 0)
-                return false;
-            done += size_t(n);
-        }
-        return true;
-    }
-
-    pid_t pid_ = -1;
-    int to_ = -1;
-    int from_ = -1;
-};
 
 // The corpus photos that ExifTool writes (some it only reads), JPEG only so
 // that 2,000 copies stay small.
