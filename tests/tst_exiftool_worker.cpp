@@ -66,6 +66,8 @@ private slots:
     void write_failure_text();
     void parse_tags_data();
     void parse_tags();
+    void error_text_data();
+    void error_text();
 
 private:
     QString make_file(const QString &name);
@@ -601,6 +603,31 @@ void tst_exiftool_worker::parse_tags()
     for (int i = 0; i + 1 < keys_and_values.size(); i += 2)
         expected.insert(keys_and_values.at(i), keys_and_values.at(i + 1));
     QCOMPARE(vn::exiftool::parse_tags(reply), expected);
+}
+
+void tst_exiftool_worker::error_text_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("logged");
+    QTest::addRow("closing line feed dropped")
+        << QByteArray("Warning: Can't read MakerNotes data. Ignored. - /p/a.jpg\n")
+        << QByteArray("Warning: Can't read MakerNotes data. Ignored. - /p/a.jpg");
+    QTest::addRow("closing CR LF dropped") << QByteArray("Error: x\r\n") << QByteArray("Error: x");
+    QTest::addRow("several closing line ends dropped")
+        << QByteArray("Error: x\n\r\n\n") << QByteArray("Error: x");
+    QTest::addRow("inner line break kept")
+        << QByteArray("Warning: a\nWarning: b\n") << QByteArray("Warning: a\nWarning: b");
+    QTest::addRow("leading line end kept") << QByteArray("\nError: y") << QByteArray("\nError: y");
+    QTest::addRow("closing blank kept") << QByteArray("Error: z \n") << QByteArray("Error: z ");
+    QTest::addRow("only line ends") << QByteArray("\r\n") << QByteArray();
+    QTest::addRow("empty") << QByteArray() << QByteArray();
+}
+
+void tst_exiftool_worker::error_text()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, logged);
+    QCOMPARE(vn::exiftool_worker::error_text(text), logged);
 }
 
 QTEST_GUILESS_MAIN(tst_exiftool_worker)

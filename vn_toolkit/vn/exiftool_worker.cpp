@@ -261,9 +261,17 @@ void exiftool_worker::read_output()
     }
 }
 
+QByteArray exiftool_worker::error_text(const QByteArray &text)
+{
+    int end = text.size();
+    while (end > 0 && (text.at(end - 1) == '\n' || text.at(end - 1) == '\r'))
+        --end;
+    return text.left(end);
+}
+
 void exiftool_worker::read_errors()
 {
-    const QByteArray text = process_->readAllStandardError();
+    const QByteArray text = error_text(process_->readAllStandardError());
     if (!text.isEmpty())
         qDebug("exiftool cerr: '%s'", text.constData());
 }

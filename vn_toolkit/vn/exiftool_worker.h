@@ -49,6 +49,10 @@ public:
     // ("exiftool.exe" on Windows). Looked for nowhere else.
     static QString program_path();
     static QStringList arguments();
+    // What one read of standard error puts in the log: the text without the
+    // line ends that close it, so that the closing quote stays on its line.
+    // Line breaks inside the text stay.
+    static QByteArray error_text(const QByteArray &text);
 
 private slots:
     bool send_restart();
