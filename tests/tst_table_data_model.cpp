@@ -52,6 +52,7 @@ private slots:
     void add_file_guards();
     void refused_path_keeps_its_row_data();
     void refused_path_keeps_its_row();
+    void new_metadata_moves_the_row();
 
 private:
     QString add_photo(const QString &name, const exif_tag_map &values);
@@ -794,6 +795,26 @@ void tst_table_data_model::refused_path_keeps_its_row()
     const QDateTime date = model_->recording_datetime(path);
     QVERIFY(date.isValid());
     QVERIFY(qAbs(date.secsTo(QDateTime::currentDateTime())) < 3600);
+}
+
+// Dates are kept between rebuilds only while the file's metadata is the same:
+// a file read again with another date moves in the next sort, both ways of
+// changing the cache's map.
+void tst_table_data_model::new_metadata_moves_the_row()
+{
+    const QString a = add_photo("a.jpg", date_values(scenario_base));
+    const QString b = add_photo("b.jpg", date_values(scenario_base.addSecs(3600)));
+    model_->sort(1, Qt::AscendingOrder);
+    QCOMPARE(model_->files(), (QStringList{a, b}));
+
+    exif_cache::instance()->values[a] = date_values(scenario_base.addSecs(7200));
+    model_->sort(1, Qt::AscendingOrder);
+    QCOMPARE(model_->files(), (QStringList{b, a}));
+    QCOMPARE(model_->recording_datetime(a), scenario_base.addSecs(7200));
+
+    exif_cache::instance()->values[a]["rec_hour"] = QStringLiteral("00");
+    model_->sort(1, Qt::AscendingOrder);
+    QCOMPARE(model_->files(), (QStringList{a, b}));
 }
 
 QTEST_MAIN(tst_table_data_model)

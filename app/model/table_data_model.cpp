@@ -245,7 +245,7 @@ void table_data_model::sort(int column, Qt::SortOrder order)
         return;
     }
     emit layoutAboutToBeChanged();
-    files_ = sorted_by_date(files_, order, exif_cache::instance()->values);
+    files_ = sorted_files(order);
     emit layoutChanged();
     sort_order_ = order;
     sort_column_ = column;
@@ -293,6 +293,7 @@ void table_data_model::clear()
     beginResetModel();
     files_.clear();
     file_set_.clear();
+    dates_.clear();
     endResetModel();
     cache_.clear();
     emit cache_rebuilt(0, 0, 0);
@@ -343,7 +344,7 @@ void table_data_model::set_gpx_track(const gpx_track &track)
 
 QDateTime table_data_model::recording_datetime(const QString &file) const
 {
-    return recording_datetime(exif_cache::instance()->values.value(file));
+    return dated_of(file, exif_cache::instance()->values).date;
 }
 
 QDateTime table_data_model::recording_datetime(const exif_tag_map &values)
@@ -371,6 +372,52 @@ QDateTime table_data_model::recording_datetime(const exif_tag_map &values)
     if (zone.isEmpty())
         return QDateTime(date, time, Qt::LocalTime);
     return QDateTime(date, time, Qt::OffsetFromUTC, iptc_offset_seconds(zone));
+}
+
+const table_data_model::dated &
+table_data_model::dated_of(const QString &file, const QMap<QString, exif_tag_map> &values) const
+{
+    const exif_tag_map file_values = values.value(file);
+    auto it = dates_.find(file);
+    if (it != dates_.end() && it->values.isSharedWith(file_values))
+        return *it;
+    dated fresh;
+    fresh.values = file_values;
+    fresh.date = recording_datetime(file_values);
+    const date_key key(fresh.date);
+    fresh.valid = key.valid;
+    fresh.msecs = key.msecs;
+    return *dates_.insert(file, fresh);
+}
+
+QStringList table_data_model::sorted_files(Qt::SortOrder order) const
+{
+    const QMap<QString, exif_tag_map> values = exif_cache::instance()->values;
+    struct keyed_file
+    {
+        date_key key;
+        int index;
+    };
+    std::vector<keyed_file> keyed;
+    keyed.reserve(size_t(files_.size()));
+    for (int i = 0; i < files_.size(); ++i) {
+        const dated &d = dated_of(files_.at(i), values);
+        date_key key;
+        key.valid = d.valid;
+        key.msecs = d.msecs;
+        keyed.push_back({key, i});
+    }
+    if (order == Qt::AscendingOrder)
+        std::sort(keyed.begin(), keyed.end(),
+                  [](const keyed_file &a, const keyed_file &b) { return a.key < b.key; });
+    else
+        std::sort(keyed.begin(), keyed.end(),
+                  [](const keyed_file &a, const keyed_file &b) { return b.key < a.key; });
+    QStringList sorted;
+    sorted.reserve(files_.size());
+    for (const keyed_file &k : keyed)
+        sorted.append(files_.at(k.index));
+    return sorted;
 }
 
 QStringList table_data_model::sorted_by_date(const QStringList &files, Qt::SortOrder order,
@@ -416,8 +463,9 @@ void table_data_model::rebuild_cache()
     for (int i = 0; i < photo_count; ++i) {
         cache_entry &entry = photos[size_t(i)];
         entry.file = files_.at(i);
-        const exif_tag_map file_values = values.value(entry.file);
-        entry.date = recording_datetime(file_values);
+        const dated &d = dated_of(entry.file, values);
+        const exif_tag_map &file_values = d.values;
+        entry.date = d.date;
         if (file_values.value(key_has_position) == true_text) {
             entry.indicator = arrow_left;
             entry.position.lat = file_values.value(key_lat);
@@ -431,7 +479,10 @@ void table_data_model::rebuild_cache()
         }
         if (file_values.value(key_quicktime) == true_text)
             has_quicktime_gps_ = true;
-        photo_slots.push_back({date_key(entry.date), &entry});
+        date_key key;
+        key.valid = d.valid;
+        key.msecs = d.msecs;
+        photo_slots.push_back({key, &entry});
     }
 
     // The list runs from early to late whatever the table shows; the table's

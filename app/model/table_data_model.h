@@ -10,6 +10,7 @@
 #include <QAbstractTableModel>
 #include <QDateTime>
 #include <QFont>
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QSet>
@@ -89,6 +90,10 @@ public:
     static QStringList sorted_by_date(const QStringList &files, Qt::SortOrder order,
                                       const QMap<QString, exif_tag_map> &values);
 
+    // The table's files in date order, as sorted_by_date orders them, with
+    // each file's date taken from the model's memo. sort() uses it.
+    QStringList sorted_files(Qt::SortOrder order) const;
+
 signals:
     // A header click on a column other than the date was refused; the
     // arguments are the sort that stays.
@@ -103,6 +108,19 @@ public slots:
     void gps_datetime_format_changed(QString format);
 
 private:
+    // A file's recording date with its sort key, kept while the file's
+    // metadata stays the same map. Turning the date fields into a local time
+    // costs a trip through the C library's time zone code, which re-reads the
+    // zone file when TZ isn't set; a rebuild must not pay that per photo.
+    struct dated
+    {
+        exif_tag_map values; // shares the cache's map; tells when it changed
+        QDateTime date;
+        bool valid = false;
+        qint64 msecs = 0;
+    };
+    const dated &dated_of(const QString &file, const QMap<QString, exif_tag_map> &values) const;
+
     void insert_file(const QString &file, bool read_metadata);
     QString date_text(const QString &file) const;
 
@@ -132,4 +150,6 @@ private:
     QVector<cache_entry> track_entries_;
     QVector<qint64> track_msecs_;
     QVector<bool> track_valid_;
+
+    mutable QHash<QString, dated> dates_;
 };
