@@ -139,6 +139,33 @@ bool slot_less(const rebuild_slot &a, const rebuild_slot &b)
     return a.key < b.key;
 }
 
+// `files` ordered by the date key that `key_of` gives each, ascending or
+// descending; equal keys keep no promised order.
+template <class key_function>
+QStringList sorted_by_keys(const QStringList &files, Qt::SortOrder order, key_function key_of)
+{
+    struct keyed_file
+    {
+        date_key key;
+        int index;
+    };
+    std::vector<keyed_file> keyed;
+    keyed.reserve(size_t(files.size()));
+    for (int i = 0; i < files.size(); ++i)
+        keyed.push_back({key_of(files.at(i)), i});
+    if (order == Qt::AscendingOrder)
+        std::sort(keyed.begin(), keyed.end(),
+                  [](const keyed_file &a, const keyed_file &b) { return a.key < b.key; });
+    else
+        std::sort(keyed.begin(), keyed.end(),
+                  [](const keyed_file &a, const keyed_file &b) { return b.key < a.key; });
+    QStringList sorted;
+    sorted.reserve(files.size());
+    for (const keyed_file &k : keyed)
+        sorted.append(files.at(k.index));
+    return sorted;
+}
+
 } // namespace
 
 table_data_model::table_data_model(QObject *parent)
@@ -393,56 +420,21 @@ table_data_model::dated_of(const QString &file, const QMap<QString, exif_tag_map
 QStringList table_data_model::sorted_files(Qt::SortOrder order) const
 {
     const QMap<QString, exif_tag_map> values = exif_cache::instance()->values;
-    struct keyed_file
-    {
-        date_key key;
-        int index;
-    };
-    std::vector<keyed_file> keyed;
-    keyed.reserve(size_t(files_.size()));
-    for (int i = 0; i < files_.size(); ++i) {
-        const dated &d = dated_of(files_.at(i), values);
+    return sorted_by_keys(files_, order, [&](const QString &file) {
+        const dated &d = dated_of(file, values);
         date_key key;
         key.valid = d.valid;
         key.msecs = d.msecs;
-        keyed.push_back({key, i});
-    }
-    if (order == Qt::AscendingOrder)
-        std::sort(keyed.begin(), keyed.end(),
-                  [](const keyed_file &a, const keyed_file &b) { return a.key < b.key; });
-    else
-        std::sort(keyed.begin(), keyed.end(),
-                  [](const keyed_file &a, const keyed_file &b) { return b.key < a.key; });
-    QStringList sorted;
-    sorted.reserve(files_.size());
-    for (const keyed_file &k : keyed)
-        sorted.append(files_.at(k.index));
-    return sorted;
+        return key;
+    });
 }
 
 QStringList table_data_model::sorted_by_date(const QStringList &files, Qt::SortOrder order,
                                              const QMap<QString, exif_tag_map> &values)
 {
-    struct keyed_file
-    {
-        date_key key;
-        int index;
-    };
-    std::vector<keyed_file> keyed;
-    keyed.reserve(size_t(files.size()));
-    for (int i = 0; i < files.size(); ++i)
-        keyed.push_back({date_key(recording_datetime(values.value(files.at(i)))), i});
-    if (order == Qt::AscendingOrder)
-        std::sort(keyed.begin(), keyed.end(),
-                  [](const keyed_file &a, const keyed_file &b) { return a.key < b.key; });
-    else
-        std::sort(keyed.begin(), keyed.end(),
-                  [](const keyed_file &a, const keyed_file &b) { return b.key < a.key; });
-    QStringList sorted;
-    sorted.reserve(files.size());
-    for (const keyed_file &k : keyed)
-        sorted.append(files.at(k.index));
-    return sorted;
+    return sorted_by_keys(files, order, [&](const QString &file) {
+        return date_key(recording_datetime(values.value(file)));
+    });
 }
 
 void table_data_model::rebuild_cache()
