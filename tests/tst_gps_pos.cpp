@@ -324,7 +324,7 @@ void tst_gps_pos::typed_position_data()
     QTest::addRow("decimal comma, C locale")
         << "C"
         << "12,5"
-        << "7" << true << QString("0" + deg + "0'0\"|S|0.000000|7" + deg + "0'0\"|E|7");
+        << "7" << true << QString("12" + deg + "30'0\"|N|12.5|7" + deg + "0'0\"|E|7");
 }
 
 void tst_gps_pos::typed_position()

@@ -34,7 +34,8 @@ float to_float(double value)
 }
 
 // Typed text to a number for the range test: C locale first, then the
-// default locale, then degrees, minutes and seconds. `text` keeps or becomes
+// default locale, then the text with its commas as points, then degrees,
+// minutes and seconds. `text` keeps or becomes
 // what is written as the numerical value.
 float read_typed_coordinate(QString &text)
 {
@@ -44,6 +45,12 @@ float read_typed_coordinate(QString &text)
         return value;
     value = QLocale().toFloat(text, &ok);
     text.replace(QLatin1Char(','), QLatin1Char('.'));
+    if (ok)
+        return value;
+    // A decimal comma typed where the locale writes a point ("46,5" on an
+    // English system) is still that number, not a text without marks that
+    // reads as 0: a silent 0°0'0" would be written into every photo.
+    value = text.toFloat(&ok);
     if (ok)
         return value;
     value = parse_dms_coordinate(text.toLocal8Bit().toStdString());
