@@ -1,4 +1,5 @@
 #include "model/exif_cache.h"
+#include "stream_capture.h"
 
 #include <vn/exiftool.h>
 
@@ -51,21 +52,6 @@ private:
 };
 
 namespace {
-
-// Captures what the code under test prints to standard output.
-class cout_capture
-{
-public:
-    cout_capture()
-        : old_(std::cout.rdbuf(buffer_.rdbuf()))
-    {}
-    ~cout_capture() { std::cout.rdbuf(old_); }
-    QString text() const { return QString::fromStdString(buffer_.str()); }
-
-private:
-    std::ostringstream buffer_;
-    std::streambuf *old_;
-};
 
 QDateTime expected_file_time(const QString &file)
 {
@@ -193,7 +179,7 @@ void tst_exif_cache::recording_date()
     if (has_tag)
         plain.insert(QStringLiteral("DateTimeOriginal"), text);
     exif_tag_map derived;
-    cout_capture out;
+    stream_capture out;
     exif_cache::derive(photo_, plain, exif_tag_map(), derived);
     QCOMPARE(out.text(), printed.isEmpty() ? QString() : printed.arg(photo_));
 
@@ -677,7 +663,7 @@ void tst_exif_cache::corpus_dates()
     QVERIFY(QFileInfo::exists(file));
     const std::shared_ptr<exif_cache> cache = exif_cache::instance();
     {
-        cout_capture out;
+        stream_capture out;
         cache->read_file(file);
         QCOMPARE(out.text(), printed.isEmpty() ? QString() : printed.arg(file));
     }

@@ -1,4 +1,5 @@
 #include "model/gpx_parser.h"
+#include "stream_capture.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -41,20 +42,6 @@ private:
 };
 
 namespace {
-
-class cout_capture
-{
-public:
-    cout_capture()
-        : old_(std::cout.rdbuf(buffer_.rdbuf()))
-    {}
-    ~cout_capture() { std::cout.rdbuf(old_); }
-    QString text() const { return QString::fromStdString(buffer_.str()); }
-
-private:
-    std::ostringstream buffer_;
-    std::streambuf *old_;
-};
 
 QString corpus(const QString &name)
 {
@@ -136,7 +123,7 @@ void tst_gpx_parser::corpus_file()
     QFETCH(int, waypoints);
     QFETCH(QString, printed_line);
 
-    cout_capture out;
+    stream_capture out;
     const gpx_parser parser(corpus(file));
     QCOMPARE(parser.tracks.size(), track_count);
 
@@ -194,7 +181,7 @@ void tst_gpx_parser::corpus_times()
     QFETCH(QDateTime, first);
     QFETCH(QDateTime, last);
 
-    cout_capture out;
+    stream_capture out;
     const gpx_parser parser(corpus(file));
     QVERIFY(!parser.tracks.isEmpty());
     QList<QDateTime> times;
@@ -283,7 +270,7 @@ void tst_gpx_parser::rules()
 
     const QString file = write_file(QStringLiteral("rules.gpx"), content);
     QVERIFY(!file.isEmpty());
-    cout_capture out;
+    stream_capture out;
     const gpx_parser parser(file);
     QCOMPARE(outline(parser.tracks), expected);
     QCOMPARE(out.text(), printed);
@@ -360,7 +347,7 @@ void tst_gpx_parser::unreadable()
         file = write_file(QStringLiteral("bad.gpx"), content);
         QVERIFY(!file.isEmpty());
     }
-    cout_capture out;
+    stream_capture out;
     const gpx_parser parser(file);
     QVERIFY(parser.tracks.isEmpty());
     QCOMPARE(out.text(), QString());

@@ -1,3 +1,4 @@
+#include "stream_capture.h"
 #include <vn/message_handler.h>
 
 #include <QCoreApplication>
@@ -7,29 +8,6 @@
 #include <iostream>
 #include <sstream>
 #include <thread>
-
-// Swaps the buffers of std::cout and std::cerr for string buffers while alive.
-class stream_capture
-{
-public:
-    stream_capture()
-        : old_out_(std::cout.rdbuf(out_.rdbuf()))
-        , old_err_(std::cerr.rdbuf(err_.rdbuf()))
-    {}
-    ~stream_capture()
-    {
-        std::cout.rdbuf(old_out_);
-        std::cerr.rdbuf(old_err_);
-    }
-    std::string out() const { return out_.str(); }
-    std::string err() const { return err_.str(); }
-
-private:
-    std::ostringstream out_;
-    std::ostringstream err_;
-    std::streambuf *old_out_;
-    std::streambuf *old_err_;
-};
 
 class tst_message_handler : public QObject
 {

@@ -2,6 +2,7 @@
 #include "model/gps_pos.h"
 #include "model/gpx_track.h"
 #include "model/table_data_model.h"
+#include "stream_capture.h"
 
 #include <QDir>
 #include <QFile>
@@ -273,15 +274,16 @@ void tst_table_data_model::assignment()
     model_->gps_max_time_difference(minutes_closest, minutes_gpx);
     model_->sort(1, Qt::SortOrder(order));
     QSignalSpy rebuilt(model_.get(), &table_data_model::cache_rebuilt);
-    std::ostringstream out;
-    std::ostringstream err;
-    std::streambuf *const old_out = std::cout.rdbuf(out.rdbuf());
-    std::streambuf *const old_err = std::cerr.rdbuf(err.rdbuf());
-    model_->gps_sync_order_changed(mode);
-    std::cout.rdbuf(old_out);
-    std::cerr.rdbuf(old_err);
-    QCOMPARE(QString::fromStdString(out.str()), QString("Sync order changed to %1\n").arg(mode));
-    QCOMPARE(QString::fromStdString(err.str()),
+    QString printed;
+    QString printed_err;
+    {
+        const stream_capture capture;
+        model_->gps_sync_order_changed(mode);
+        printed = capture.text();
+        printed_err = capture.err_text();
+    }
+    QCOMPARE(printed, QString("Sync order changed to %1\n").arg(mode));
+    QCOMPARE(printed_err,
              mode >= 0 && mode <= 4 ? QString() : QString("Unknown sync_order %1\n").arg(mode));
     QCOMPARE(rebuilt.count(), 1);
     QCOMPARE(rebuilt.at(0), QVariantList({counters.at(0), counters.at(1), counters.at(2)}));
