@@ -1,14 +1,28 @@
 #include "raw_exiftool.h"
 
 #include <cerrno>
+#include <cstdio>
+#include <cstdlib>
 
 #include <fcntl.h>
+#include <sys/personality.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 raw_exiftool::~raw_exiftool()
 {
     stop();
+}
+
+void raw_exiftool::steady_child_speed()
+{
+    // Inherited through fork and exec by every child.
+    const int current = personality(0xffffffff);
+    if (current == -1 || personality(static_cast<unsigned long>(current) | ADDR_NO_RANDOMIZE) == -1)
+        std::fprintf(stderr, "could not turn address randomisation off for ExifTool\n");
+    setenv("PERL_HASH_SEED", "0", 1);
+    setenv("PERL_PERTURB_KEYS", "0", 1);
+    std::printf("ExifTool processes of this run: fixed address layout and hash seed\n");
 }
 
 std::vector<std::string> raw_exiftool::program_arguments()

@@ -33,7 +33,8 @@ namespace {
 
 constexpr int file_count = 200;
 constexpr qint64 target_bytes = 1500 * 1000;
-constexpr int rounds = 4;
+constexpr int rounds = 8;
+constexpr int block_size = 20;
 
 double cpu_seconds()
 {
@@ -87,50 +88,59 @@ struct figures
     double wall = 0;
     double cpu = 0;
     int failures = 0;
+
+    void add(const figures &other)
+    {
+        wall += other.wall;
+        cpu += other.cpu;
+        failures += other.failures;
+    }
 };
 
-figures read_with_bridge(const QStringList &files)
+// Both reads of one file through the program's bridge.
+int read_with_bridge(const QString &file)
 {
-    figures result;
-    QElapsedTimer clock;
-    const double cpu_start = cpu_seconds();
-    clock.start();
-    for (const QString &file : files) {
-        if (vn::exiftool::read_tags(file, false).value("Make") != QLatin1String("Loxmere"))
-            ++result.failures;
-        if (vn::exiftool::read_tags(file, true).value("IFD0:Make") != QLatin1String("Loxmere"))
-            ++result.failures;
-    }
-    result.wall = clock.nsecsElapsed() / 1e9;
-    result.cpu = cpu_seconds() - cpu_start;
-    return result;
+    int failures = 0;
+    if (vn::exiftool::read_tags(file, false).value("Make") != QLatin1String("Loxmere"))
+        ++failures;
+    if (vn::exiftool::read_tags(file, true).value("IFD0:Make") != QLatin1String("Loxmere"))
+        ++failures;
+    return failures;
 }
 
-figures read_with_pipes(raw_exiftool &tool, const QStringList &files, int *next_id)
+// The same two commands straight through the pipes.
+int read_with_pipes(raw_exiftool &tool, const QString &file, int *next_id)
 {
-    figures result;
+    int failures = 0;
+    std::string reply;
+    const std::string name = file.toStdString();
+    if (!tool.run(name + "\n", (*next_id)++, &reply) ||
+        reply.find("-Make=Loxmere") == std::string::npos)
+        ++failures;
+    if (!tool.run("-G1\n-a\n" + name + "\n", (*next_id)++, &reply) ||
+        reply.find("-IFD0:Make=Loxmere") == std::string::npos)
+        ++failures;
+    return failures;
+}
+
+// Adds the wall and CPU time of reading a block of files to the figures.
+template <typename Read>
+void measure(figures *into, const QStringList &block, Read read)
+{
     QElapsedTimer clock;
     const double cpu_start = cpu_seconds();
     clock.start();
-    std::string reply;
-    for (const QString &file : files) {
-        const std::string name = file.toStdString();
-        if (!tool.run(name + "\n", (*next_id)++, &reply) ||
-            reply.find("-Make=Loxmere") == std::string::npos)
-            ++result.failures;
-        if (!tool.run("-G1\n-a\n" + name + "\n", (*next_id)++, &reply) ||
-            reply.find("-IFD0:Make=Loxmere") == std::string::npos)
-            ++result.failures;
-    }
-    result.wall = clock.nsecsElapsed() / 1e9;
-    result.cpu = cpu_seconds() - cpu_start;
-    return result;
+    for (const QString &file : block)
+        into->failures += read(file);
+    into->wall += clock.nsecsElapsed() / 1e9;
+    into->cpu += cpu_seconds() - cpu_start;
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
+    raw_exiftool::steady_child_speed();
     QCoreApplication app(argc, argv);
     QTemporaryDir dir;
     if (!dir.isValid())
@@ -149,42 +159,56 @@ int main(int argc, char **argv)
     }
     std::printf("%d files of %lld bytes\n", file_count, QFile(first).size());
 
-    raw_exiftool tool;
     std::vector<std::string> args;
     for (const QString &arg : vn::exiftool_worker::arguments())
         args.push_back(arg.toStdString());
-    if (!tool.start(vn::exiftool_worker::program_path().toStdString(), args))
-        return 1;
-    int raw_id = 0;
 
-    // Warm both processes and the file cache before measuring.
-    read_with_bridge(files.mid(0, 5));
-    read_with_pipes(tool, files.mid(0, 5), &raw_id);
-
+    // Each round starts both ExifTool processes afresh: one process may run
+    // a few per cent faster than another for its whole life (where its pages
+    // happen to lie), and over several pairs that evens out. Within a round
+    // the two paths take turns block by block, each going first for every
+    // other block, so that a drift in the machine's speed falls on both
+    // alike while each path stays warm for the files of its block.
     figures bridge;
     figures pipes;
+    std::vector<double> round_ratios;
     for (int round = 0; round < rounds; ++round) {
-        // Alternate which path goes first, so that neither always meets the
-        // machine's load or cache state of the other's tail.
+        raw_exiftool tool;
+        if (!tool.start(vn::exiftool_worker::program_path().toStdString(), args))
+            return 1;
+        int raw_id = 0;
+        const auto bridge_read = [](const QString &file) { return read_with_bridge(file); };
+        const auto pipe_read = [&](const QString &file) {
+            return read_with_pipes(tool, file, &raw_id);
+        };
+        // Both processes past their start-up, the files in the page cache.
+        for (const QString &file : files.mid(0, 5)) {
+            bridge_read(file);
+            pipe_read(file);
+        }
         figures b;
         figures p;
-        if (round % 2 == 0) {
-            b = read_with_bridge(files);
-            p = read_with_pipes(tool, files, &raw_id);
-        } else {
-            p = read_with_pipes(tool, files, &raw_id);
-            b = read_with_bridge(files);
+        for (int first_file = 0; first_file < files.size(); first_file += block_size) {
+            const QStringList block = files.mid(first_file, block_size);
+            if ((round + first_file / block_size) % 2 == 0) {
+                measure(&b, block, bridge_read);
+                measure(&p, block, pipe_read);
+            } else {
+                measure(&p, block, pipe_read);
+                measure(&b, block, bridge_read);
+            }
         }
-        bridge.wall += b.wall;
-        bridge.cpu += b.cpu;
-        bridge.failures += b.failures;
-        pipes.wall += p.wall;
-        pipes.cpu += p.cpu;
-        pipes.failures += p.failures;
+        tool.stop();
+        vn::exiftool::shutdown(); // the next read starts a new process
+        round_ratios.push_back(b.wall / p.wall);
+        bridge.add(b);
+        pipes.add(p);
     }
-    tool.stop();
-    vn::exiftool::shutdown();
 
+    std::printf("ratio per round (fresh processes each):");
+    for (double ratio : round_ratios)
+        std::printf(" %.3f", ratio);
+    std::printf("\n");
     const int reads = rounds * file_count;
     std::printf("rounds: %d, files read per path: %d (two reads each)\n", rounds, reads);
     std::printf("read_tags:    %.3f s  (%.2f ms per file), failures: %d\n", bridge.wall,

@@ -241,15 +241,48 @@ QString exiftool::reply_text(const QByteArray &reply)
 // "-Comment=a=b" gives Comment = "a": only the text between the first and the
 // second "=" is the value. "Title=x" gives "itle": the first character goes
 // whether it is a dash or not. Lines without "=" (continuations) are skipped.
+// The bytes are cut at line ends and "=" before they are read as UTF-8: both
+// are ASCII and never part of a longer sequence, so each part reads as it
+// would within the whole text, and no copy of the whole reply is made.
 exif_tag_map exiftool::parse_tags(const QByteArray &reply)
 {
+    const char *const text = reply.constData();
+    const int nul = reply.indexOf('\0');
+    const char *const text_end = text + (nul < 0 ? reply.size() : nul);
+    // Text of a part as it reads within the whole: QString::fromUtf8 drops a
+    // byte order mark that starts what it is given, which is right only at
+    // the start of the reply.
+    const auto part = [text](const char *begin, const char *end) {
+        const auto at_mark = [&begin, end] {
+            return end - begin >= 3 && std::memcmp(begin, "\xEF\xBB\xBF", 3) == 0;
+        };
+        if (begin == text || !at_mark())
+            return QString::fromUtf8(begin, int(end - begin));
+        QString result;
+        for (; at_mark(); begin += 3)
+            result += QChar(0xFEFF);
+        return result + QString::fromUtf8(begin, int(end - begin));
+    };
+    const auto find = [](const char *begin, const char *end, char c) {
+        return static_cast<const char *>(std::memchr(begin, c, size_t(end - begin)));
+    };
+
     exif_tag_map tags;
-    const QStringList lines = reply_text(reply).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QString &line : lines) {
-        const QStringList parts = line.split(QLatin1Char('='), Qt::KeepEmptyParts);
-        if (parts.size() < 2)
-            continue;
-        tags.insert(parts.at(0).mid(1).trimmed(), parts.at(1).trimmed());
+    for (const char *line = text; line < text_end;) {
+        const char *line_end = find(line, text_end, '\n');
+        if (!line_end)
+            line_end = text_end;
+        if (const char *first = find(line, line_end, '=')) {
+            const char *second = find(first + 1, line_end, '=');
+            if (!second)
+                second = line_end;
+            // The first character of the name goes: one byte if it is ASCII,
+            // as it always is in ExifTool's "-Name=" lines.
+            QString name = line < first && uchar(*line) < 0x80 ? part(line + 1, first)
+                                                               : part(line, first).mid(1);
+            tags.insert(std::move(name).trimmed(), part(first + 1, second).trimmed());
+        }
+        line = line_end + 1;
     }
     return tags;
 }
