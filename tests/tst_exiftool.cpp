@@ -10,9 +10,17 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#ifdef Q_OS_LINUX
+#include <csignal>
+#include <cstdio>
+
+#include <signal.h>
+#endif
 
 namespace {
 const QString photos_dir = QStringLiteral(VN_CORPUS_DIR "/photos");
@@ -47,6 +55,7 @@ private slots:
     void reports_failed_write();
     void refuses_unsafe_input_data();
     void refuses_unsafe_input();
+    void stops_when_the_program_dies();
 
 private:
     QString copy_photo(const QString &name, const QString &as);
@@ -281,5 +290,88 @@ void tst_exiftool::refuses_unsafe_input()
         QFile::remove(dir_.filePath(file));
 }
 
-QTEST_GUILESS_MAIN(tst_exiftool)
+#ifdef Q_OS_LINUX
+namespace {
+// Process ids of this process's children, whichever thread started them.
+QList<qint64> child_processes()
+{
+    QList<qint64> result;
+    const QDir tasks(QStringLiteral("/proc/self/task"));
+    for (const QString &task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile file(tasks.filePath(task) + QStringLiteral("/children"));
+        if (!file.open(QIODevice::ReadOnly))
+            continue;
+        for (const QByteArray &pid : file.readAll().split(' '))
+            if (pid.trimmed().toLongLong() > 0)
+                result << pid.trimmed().toLongLong();
+    }
+    return result;
+}
+
+// A zombie has ended and only waits for its parent to collect it.
+bool is_running(qint64 pid)
+{
+    QFile file(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray stat = file.readAll();
+    const int name_end = stat.lastIndexOf(')');
+    const char state = name_end >= 0 && name_end + 2 < stat.size() ? stat.at(name_end + 2) : '?';
+    return state != 'Z' && state != 'X';
+}
+
+// Starts ExifTool, prints its process id and dies the way a crash would,
+// without a chance to stop it.
+int die_with_exiftool(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    vn::exiftool_worker_init();
+    const QList<qint64> children = child_processes();
+    if (children.size() != 1)
+        return 1;
+    std::printf("%lld\n", children.first());
+    std::fflush(stdout);
+    raise(SIGKILL);
+    return 2;
+}
+} // namespace
+#endif
+
+void tst_exiftool::stops_when_the_program_dies()
+{
+#ifndef Q_OS_LINUX
+    QSKIP("The system stops ExifTool with the program on Linux only.");
+#else
+    QProcess child;
+    child.setProgram(QCoreApplication::applicationFilePath());
+    child.setArguments({QStringLiteral("--die-with-exiftool")});
+    child.start();
+    QVERIFY(child.waitForFinished(20000));
+    QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+    const qint64 pid = child.readAllStandardOutput().trimmed().toLongLong();
+    QVERIFY(pid > 0);
+    // Left running, ExifTool would read its closed pipe every 10 ms for ever.
+    struct reaper
+    {
+        qint64 pid;
+        ~reaper()
+        {
+            if (is_running(pid))
+                kill(pid_t(pid), SIGKILL);
+        }
+    } guard{pid};
+    QTRY_VERIFY_WITH_TIMEOUT(!is_running(pid), 10000);
+#endif
+}
+
+int main(int argc, char **argv)
+{
+#ifdef Q_OS_LINUX
+    if (argc > 1 && qstrcmp(argv[1], "--die-with-exiftool") == 0)
+        return die_with_exiftool(argc, argv);
+#endif
+    QCoreApplication app(argc, argv);
+    tst_exiftool test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_exiftool.moc"

@@ -1,6 +1,7 @@
 #include <vn/exiftool_worker.h>
 
 #include <vn/exif_response.h>
+#include <vn/exiftool_process.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -26,7 +27,7 @@ const char close_command[] = "-stay_open\n0\n";
 } // namespace
 
 exiftool_worker::exiftool_worker()
-    : process_(new QProcess(this))
+    : process_(new exiftool_process(this))
     , restart_open_mode_(QIODevice::ReadWrite | QIODevice::Text | QIODevice::Unbuffered)
 {
     process_->setReadChannel(QProcess::StandardOutput);
