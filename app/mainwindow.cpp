@@ -29,6 +29,7 @@
 
 #include <QApplication>
 #include <QButtonGroup>
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -745,6 +746,17 @@ void MainWindow::run_load(const QStringList &files)
     sync_button->setEnabled(model->rowCount() > 0);
 }
 
+void MainWindow::closeEvent(QCloseEvent *e)
+{
+    if (!flow_running_) {
+        vn::main_window::closeEvent(e);
+        return;
+    }
+    e->ignore();
+    close_pending_ = true;
+    qInfo("%s: A flow is running; the window closes when it has ended.", Q_FUNC_INFO);
+}
+
 void MainWindow::begin_flow()
 {
     Q_ASSERT(!flow_running_);
@@ -754,6 +766,12 @@ void MainWindow::begin_flow()
 void MainWindow::end_flow()
 {
     flow_running_ = false;
+    if (close_pending_) {
+        close_pending_ = false;
+        pending_loads_.clear();
+        QTimer::singleShot(0, this, &QWidget::close);
+        return;
+    }
     if (!pending_loads_.isEmpty())
         QTimer::singleShot(0, this, &MainWindow::run_pending_loads);
 }

@@ -38,7 +38,9 @@ class table_data_model;
 // sync) runs nested in its handler on the GUI thread and feeds the event loop
 // without user input; a request that still arrives meanwhile (a drop, a
 // file-open event) waits in a queue and is loaded when the flow has ended, so
-// no flow ever runs inside another. Nothing here shows an error: failures are
+// no flow ever runs inside another. A close request waits the same way: the
+// window closes when the flow has ended, and what waited is not loaded.
+// Nothing here shows an error: failures are
 // log lines and rows without a position. GUI thread only.
 class MainWindow : public vn::main_window
 {
@@ -90,6 +92,9 @@ public:
 
 protected:
     bool event(QEvent *e) override;
+    // While a flow runs the window stays: closed, it would vanish while the
+    // flow goes on reading or writing files. It closes when the flow ends.
+    void closeEvent(QCloseEvent *e) override;
 
 private slots:
     // Loads photos one at a time into the table; see the class comment for
@@ -184,4 +189,5 @@ private:
 
     bool flow_running_ = false;
     QList<QStringList> pending_loads_;
+    bool close_pending_ = false;
 };

@@ -43,6 +43,7 @@ private slots:
     void file_open_event();
     void drop_on_window();
     void drop_during_load_waits();
+    void close_during_load_waits();
     void bad_input();
     void max_time_difference_data();
     void max_time_difference();
@@ -295,6 +296,32 @@ void tst_mainwindow::drop_during_load_waits()
     QCOMPARE(row_files(*window_), (QStringList{"Olympus_C8080WZ.jpg", "Pentax_K10D.jpg",
                                                "Canon_40D.jpg", "DSCN0010.jpg"}));
     QVERIFY(!window_->flow_running_);
+}
+
+void tst_mainwindow::close_during_load_waits()
+{
+    const QString first = copy_photo("DSCN0010.jpg");
+    const QString second = copy_photo("Canon_40D.jpg");
+    const QString dropped = copy_photo("Olympus_C8080WZ.jpg");
+    window_->show();
+
+    // A close request (the title bar's button) and a drop arrive while the
+    // load runs: the window stays and the load finishes, then it closes
+    // without loading what was dropped.
+    bool visible_after_close = false;
+    QTimer::singleShot(0, window_, [&] {
+        window_->close();
+        visible_after_close = window_->isVisible();
+        emit window_->drop_widget->files_dropped({dropped});
+    });
+    QTest::ignoreMessage(QtInfoMsg, QRegularExpression("the window closes when it has ended"));
+    QTest::ignoreMessage(QtInfoMsg, QRegularExpression("A flow is running; 1 file"));
+    window_->load_files({first, second});
+
+    QVERIFY(visible_after_close);
+    QCOMPARE(window_->model->rowCount(), 2);
+    QTRY_VERIFY(!window_->isVisible());
+    QCOMPARE(window_->model->rowCount(), 2);
 }
 
 void tst_mainwindow::bad_input()
