@@ -1,12 +1,9 @@
 #include "language.h"
+#include "modal_watcher.h"
 
-#include <QAbstractButton>
 #include <QDesktopServices>
-#include <QMessageBox>
 #include <QSettings>
 #include <QtTest>
-
-#include <functional>
 
 // Receives the URLs that QDesktopServices would hand to the browser.
 class url_catcher : public QObject
@@ -111,28 +108,16 @@ private slots:
         QVERIFY(catcher.urls.isEmpty());
     }
 
-    void translators_follow_language_data()
-    {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("expected");
-        // Translators stay installed for the whole process, so the language
-        // without a catalogue comes first.
-        QTest::addRow("unknown code: no catalogue, source text") << "xx"
-                                                                 << "&Yes";
-        QTest::addRow("French: Qt has its own catalogue") << "fr"
-                                                          << "&Oui";
-        QTest::addRow("German: Qt's own catalogue") << "de"
-                                                    << "&Ja";
-    }
-
     void translators_follow_language()
     {
-        QFETCH(QString, stored);
-        QFETCH(QString, expected);
-
-        QSettings().setValue("lang", stored);
-        install_translators();
-        QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), expected);
+        // Translators stay installed for the whole process, so the language
+        // without a catalogue comes first.
+        const char *rows[][2] = {{"xx", "&Yes"}, {"fr", "&Oui"}, {"de", "&Ja"}};
+        for (const auto &row : rows) {
+            QSettings().setValue("lang", row[0]);
+            install_translators();
+            QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), QString(row[1]));
+        }
     }
 
     void language_change_data()
@@ -141,16 +126,13 @@ private slots:
         QTest::addColumn<QString>("old");
         QTest::addColumn<QString>("click"); // "" when no question may come
         QTest::addColumn<bool>("expected");
-        QTest::addRow("unchanged asks nothing") << "de"
-                                                << "de"
-                                                << "" << false;
-        QTest::addRow("changed, continue working") << "en"
-                                                   << "de"
-                                                   << "Continue working" << false;
-        // Last: quit() makes every later nested event loop return at once.
-        QTest::addRow("changed, quit now") << "de"
-                                           << "en"
-                                           << "Quit now" << true;
+        const char *rows[][3] = {{"de", "de", ""},
+                                 {"en", "de", "Continue working"},
+                                 // Last: quit() makes every later nested event loop return at once.
+                                 {"de", "en", "Quit now"}};
+        for (const auto &row : rows)
+            QTest::addRow("%s to %s", row[1], row[0])
+                << row[0] << row[1] << row[2] << (row[2] == QLatin1String("Quit now"));
     }
 
     void language_change()
@@ -161,30 +143,20 @@ private slots:
         QFETCH(bool, expected);
 
         QSettings().setValue("lang", now);
-        // Earlier cases leave German translators installed: the box speaks the
-        // language of those, whatever "lang" says now.
-        const QString click_text = QCoreApplication::translate("QObject", qPrintable(click));
-        bool asked = false;
-        QString title;
-        QTimer timer;
-        connect(&timer, &QTimer::timeout, this, [&] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            if (!box)
-                return;
-            asked = true;
-            title = box->windowTitle();
-            const auto buttons = box->findChildren<QAbstractButton *>();
-            for (QAbstractButton *button : buttons) {
-                if (button->text() == click_text)
-                    return button->click();
-            }
-            box->reject();
+        // The German translators of the test above are installed: the box speaks
+        // German, whatever "lang" says now.
+        QStringList titles;
+        modal_watcher watcher([&](QWidget *box) {
+            titles << box->windowTitle();
+            if (!modal_watcher::click(box,
+                                      QCoreApplication::translate("QObject", qPrintable(click))))
+                box->close();
         });
-        timer.start(10);
         QCOMPARE(confirm_language_change(nullptr, old), expected);
-        QCOMPARE(asked, !click.isEmpty());
-        if (asked)
-            QCOMPARE(title, QCoreApplication::translate("QObject", "Application language changed"));
+        QCOMPARE(titles.size(), click.isEmpty() ? 0 : 1);
+        if (!titles.isEmpty())
+            QCOMPARE(titles.first(),
+                     QCoreApplication::translate("QObject", "Application language changed"));
     }
 
 private:
