@@ -240,27 +240,6 @@ private slots:
         QCOMPARE(dialog.geometry().center(), centred ? parent.center() : before.center());
     }
 
-    void show_centred_runs_modal()
-    {
-        const QRect screen = QGuiApplication::primaryScreen()->geometry();
-        QWidget window;
-        window.setGeometry(QRect(screen.center() - QPoint(300, 250), QSize(600, 500)));
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-
-        vn::dialog_about about(&window, true, head_sheet, 97, 10);
-        Qt::WindowModality modality = Qt::NonModal;
-        QPoint centre;
-        modal_watcher watcher([&](QWidget *shown) {
-            modality = shown->windowModality();
-            centre = shown->geometry().center();
-            about.accept();
-        });
-        QCOMPARE(about.show_centred(&window), int(QDialog::Accepted));
-        QCOMPARE(modality, Qt::ApplicationModal);
-        QCOMPARE(centre, window.geometry().center());
-    }
-
 private:
     QTemporaryDir dir_;
 };

@@ -166,33 +166,27 @@ private slots:
         QCOMPARE(img.pixel(4, 8) != middle, visible);
     }
 
-    void indicator_states_data()
-    {
-        QTest::addColumn<QString>("kind");
-        QTest::newRow("radio") << "radio";
-        QTest::newRow("checkbox") << "checkbox";
-    }
-
+    // The mark is light on a dark well; dimmed when disabled, absent when off.
     void indicator_states()
     {
-        QFETCH(QString, kind);
-        // The mark is light on a dark well; dimmed when disabled, absent when off.
-        const auto lightest = [&](const char *state) {
-            const QImage img = argb(QStringLiteral(":/gui/%1/%2.png").arg(kind, state));
-            int best = 0;
-            for (int y = img.height() / 2 - 2; y < img.height() / 2 + 2; ++y)
-                for (int x = img.width() / 2 - 2; x < img.width() / 2 + 2; ++x)
-                    best = qMax(best, qGray(img.pixel(x, y)));
-            return best;
-        };
-        const int on = lightest("checked");
-        const int off = lightest("unchecked");
-        const int dis_on = lightest("disabled_checked");
-        const int dis_off = lightest("disabled_unchecked");
-        QVERIFY2(
-            on > dis_on && dis_on > off && dis_on > dis_off,
-            qPrintable(QStringLiteral("%1 %2 %3 %4").arg(on).arg(dis_on).arg(off).arg(dis_off)));
-        QVERIFY(off < 80 && dis_off < 80);
+        for (const QString kind : {"radio", "checkbox"}) {
+            const auto lightest = [&](const char *state) {
+                const QImage img = argb(QStringLiteral(":/gui/%1/%2.png").arg(kind, state));
+                int best = 0;
+                for (int y = img.height() / 2 - 2; y < img.height() / 2 + 2; ++y)
+                    for (int x = img.width() / 2 - 2; x < img.width() / 2 + 2; ++x)
+                        best = qMax(best, qGray(img.pixel(x, y)));
+                return best;
+            };
+            const int on = lightest("checked");
+            const int off = lightest("unchecked");
+            const int dis_on = lightest("disabled_checked");
+            const int dis_off = lightest("disabled_unchecked");
+            QVERIFY2(on > dis_on && dis_on > off && dis_on > dis_off,
+                     qPrintable(
+                         QStringLiteral("%1 %2 %3 %4").arg(on).arg(dis_on).arg(off).arg(dis_off)));
+            QVERIFY(off < 80 && dis_off < 80);
+        }
     }
 
     void drop_area_keeps_button_band_free()
