@@ -115,8 +115,10 @@ void tst_input_widgets::checkbox_sheet_data()
         << QStringList{"image:url"};
     QTest::addRow("both images") << none << ":/c.png"
                                  << ":/u.png"
-                                 << QStringList{"!enabled:unchecked{image:url(:/u.png);",
-                                                "!enabled:checked{image:url(:/c.png);"}
+                                 << QStringList{"indicator:enabled:unchecked{image:url(:/u.png);",
+                                                "indicator:enabled:checked{image:url(:/c.png);",
+                                                "indicator:!enabled:unchecked{image:url(:/u.png);",
+                                                "indicator:!enabled:checked{image:url(:/c.png);"}
                                  << QStringList{":/gui/"};
     QTest::addRow("checked image alone, background ignored")
         << QColor(9, 9, 9) << ":/c.png"
