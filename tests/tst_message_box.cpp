@@ -46,8 +46,7 @@ class tst_message_box : public QObject
 private slots:
     void default_button_data();
     void default_button();
-    void static_form_returns_clicked_data();
-    void static_form_returns_clicked();
+    void static_forms_return_the_clicked_button();
     void text_forms_data();
     void text_forms();
     void escape_counts_as_cancel();
@@ -86,50 +85,34 @@ void tst_message_box::default_button()
     QCOMPARE(def ? int(box.standardButton(def)) : int(QMessageBox::NoButton), expected);
 }
 
-void tst_message_box::static_form_returns_clicked_data()
+void tst_message_box::static_forms_return_the_clicked_button()
 {
-    QTest::addColumn<int>("form"); // 0 information, 1 question, 2 warning, 3 critical
-    QTest::addColumn<int>("click");
-    QTest::addColumn<int>("icon");
-    QTest::addRow("information OK") << 0 << int(QMessageBox::Ok) << int(QMessageBox::Information);
-    QTest::addRow("question No") << 1 << int(QMessageBox::No) << int(QMessageBox::Question);
-    QTest::addRow("warning OK") << 2 << int(QMessageBox::Ok) << int(QMessageBox::Warning);
-    QTest::addRow("critical OK") << 3 << int(QMessageBox::Ok) << int(QMessageBox::Critical);
-}
-
-void tst_message_box::static_form_returns_clicked()
-{
-    QFETCH(int, form);
-    QFETCH(int, click);
-    QFETCH(int, icon);
-
-    int seen_icon = -1;
-    QString seen_title;
-    when_modal([&](QWidget *w) {
-        auto *box = qobject_cast<QMessageBox *>(w);
-        if (!box)
-            return;
-        seen_icon = box->icon();
-        seen_title = box->windowTitle();
-        box->button(QMessageBox::StandardButton(click))->click();
-    });
-    QMessageBox::StandardButton result = QMessageBox::NoButton;
-    switch (form) {
-    case 0:
-        result = vn::message_box::information(nullptr, "Title", "Text");
-        break;
-    case 1:
-        result = vn::message_box::question(nullptr, "Title", "Text");
-        break;
-    case 2:
-        result = vn::message_box::warning(nullptr, "Title", "Text");
-        break;
-    default:
-        result = vn::message_box::critical(nullptr, "Title", "Text");
+    using B = QMessageBox;
+    using form = B::StandardButton (*)(QWidget *, const QString &, const QString &,
+                                       B::StandardButtons, B::StandardButton);
+    const struct
+    {
+        form show;
+        B::StandardButton click;
+        B::Icon icon;
+    } cases[] = {{&vn::message_box::information, B::Ok, B::Information},
+                 {&vn::message_box::question, B::No, B::Question},
+                 {&vn::message_box::warning, B::Ok, B::Warning},
+                 {&vn::message_box::critical, B::Ok, B::Critical}};
+    for (const auto &c : cases) {
+        int seen_icon = -1;
+        QString seen_title;
+        when_modal([&](QWidget *w) {
+            auto *box = qobject_cast<QMessageBox *>(w);
+            seen_icon = box->icon();
+            seen_title = box->windowTitle();
+            box->button(c.click)->click();
+        });
+        const auto buttons = c.icon == B::Question ? B::Yes | B::No : B::StandardButtons(B::Ok);
+        QCOMPARE(c.show(nullptr, "Title", "Text", buttons, B::NoButton), c.click);
+        QCOMPARE(seen_icon, int(c.icon));
+        QCOMPARE(seen_title, QString("Title"));
     }
-    QCOMPARE(int(result), click);
-    QCOMPARE(seen_icon, icon);
-    QCOMPARE(seen_title, QString("Title"));
 }
 
 void tst_message_box::text_forms_data()
