@@ -17,27 +17,26 @@ using point_list = QVector<QPoint>;
 
 namespace {
 
-// Records the height of a layout's row each time the watched widget is resized.
+// Records the first column's width and the first row's height of a layout
+// each time the watched widget is resized.
 class resize_recorder : public QObject
 {
 public:
-    resize_recorder(vn::qt::layout *layout, int row)
+    explicit resize_recorder(vn::qt::layout *layout)
         : layout_(layout)
-        , row_(row)
     {}
-    QVector<int> heights;
+    QVector<QSize> sizes;
 
 protected:
     bool eventFilter(QObject *, QEvent *event) override
     {
         if (event->type() == QEvent::Resize)
-            heights << layout_->row_height(row_);
+            sizes << QSize(layout_->column_width(0), layout_->row_height(0));
         return false;
     }
 
 private:
     vn::qt::layout *layout_;
-    int row_;
 };
 
 // The fields of a cell in one line: margins and paddings (top right bottom
@@ -84,10 +83,8 @@ private slots:
     void repeat_guard();
     void sizes_and_items();
     void qt_interface_throws();
-    void animate_height_data();
-    void animate_height();
-    void animate_tracks_data();
-    void animate_tracks();
+    void animate_data();
+    void animate();
     void animate_outside_layout();
     void click_handler_sets_current_cell();
     void backgrounds_only_for_placed_cells();
@@ -433,88 +430,71 @@ void tst_layout::qt_interface_throws()
     QCOMPARE(grid.count(), 0);
 }
 
-void tst_layout::animate_height_data()
+void tst_layout::animate_data()
 {
-    QTest::addColumn<int>("start");
-    QTest::addColumn<int>("target");
-    QTest::addColumn<float>("seconds");
-    QTest::addColumn<QVector<int>>("seen"); // row height at each resize of the window
-    // 0.1 s gives steps at i = 1 and 2: two nudges of two resizes, then the jump.
-    QTest::addRow("shrink in steps") << 100 << 50 << 0.1f << QVector<int>{80, 80, 60, 60, 50, 50};
-    QTest::addRow("grow in steps") << 50 << 100 << 0.1f << QVector<int>{70, 70, 90, 90, 100, 100};
-    QTest::addRow("step truncates to 0")
-        << 51 << 50 << 0.1f << QVector<int>{51, 51, 51, 51, 50, 50};
-    QTest::addRow("zero seconds jumps") << 100 << 20 << 0.0f << QVector<int>{20, 20};
-    QTest::addRow("already there: nothing") << 40 << 40 << 0.1f << QVector<int>{};
-}
-
-void tst_layout::animate_height()
-{
-    QFETCH(int, start);
-    QFETCH(int, target);
-    QFETCH(float, seconds);
-    QFETCH(QVector<int>, seen);
-    QWidget top;
-    top.resize(200, 300);
-    auto *grid = new vn::qt::layout(&top, 1, false);
-    auto *first = new QWidget(&top);
-    auto *second = new QWidget(&top);
-    vn::qt::cell *stored = grid->add(vn::qt::cell(first));
-    grid->row_height() = start;
-    grid->add(second);
-    top.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&top));
-    resize_recorder recorder(grid, 0);
-    top.installEventFilter(&recorder);
-    stored->animate_height(target, seconds);
-    top.removeEventFilter(&recorder);
-    QCOMPARE(recorder.heights, seen);
-    QCOMPARE(grid->row_height(0), target);
-    QCOMPARE(second->y(), target); // the last resize placed the rows anew
-}
-
-void tst_layout::animate_tracks_data()
-{
-    QTest::addColumn<bool>("both");   // animate_size, else animate_width
-    QTest::addColumn<QSize>("start"); // column width, row height
+    QTest::addColumn<QString>("call"); // animate_height, _width or _size
+    QTest::addColumn<QSize>("start");  // column width, row height
     QTest::addColumn<QSize>("target");
-    QTest::addColumn<QSize>("end");
-    QTest::addColumn<int>("resizes");
-    // 0.1 s: two steps of two resizes each, then the final two
-    QTest::addRow("width in steps")
-        << false << QSize(100, 80) << QSize(50, 0) << QSize(50, 80) << 6;
-    QTest::addRow("size in steps") << true << QSize(100, 80) << QSize(60, 40) << QSize(60, 40) << 6;
-    QTest::addRow("size: height already there")
-        << true << QSize(100, 80) << QSize(60, 80) << QSize(100, 80) << 0;
+    QTest::addColumn<float>("seconds");
+    QTest::addColumn<QVector<QSize>>("seen"); // the tracks at each resize of the window
+    // 0.1 s gives steps at i = 1 and 2: two nudges of two resizes each, then the jump.
+    const auto twice = [](const QVector<QSize> &sizes) {
+        QVector<QSize> out;
+        for (const QSize &size : sizes)
+            out << size << size;
+        return out;
+    };
+    QTest::addRow("height shrinks in steps") << "height" << QSize(100, 100) << QSize(0, 50) << 0.1f
+                                             << twice({{100, 80}, {100, 60}, {100, 50}});
+    QTest::addRow("height grows in steps") << "height" << QSize(100, 50) << QSize(0, 100) << 0.1f
+                                           << twice({{100, 70}, {100, 90}, {100, 100}});
+    QTest::addRow("height step truncates to 0") << "height" << QSize(100, 51) << QSize(0, 50)
+                                                << 0.1f << twice({{100, 51}, {100, 51}, {100, 50}});
+    QTest::addRow("height, zero seconds jumps")
+        << "height" << QSize(100, 100) << QSize(0, 20) << 0.0f << twice({{100, 20}});
+    QTest::addRow("height already there: nothing")
+        << "height" << QSize(100, 40) << QSize(0, 40) << 0.1f << QVector<QSize>{};
+    QTest::addRow("width in steps") << "width" << QSize(100, 80) << QSize(50, 0) << 0.1f
+                                    << twice({{80, 80}, {60, 80}, {50, 80}});
+    QTest::addRow("size in steps") << "size" << QSize(100, 80) << QSize(60, 40) << 0.1f
+                                   << twice({{84, 64}, {68, 48}, {60, 40}});
+    QTest::addRow("size, height already there: nothing")
+        << "size" << QSize(100, 80) << QSize(60, 80) << 0.1f << QVector<QSize>{};
 }
 
-void tst_layout::animate_tracks()
+void tst_layout::animate()
 {
-    QFETCH(bool, both);
+    QFETCH(QString, call);
     QFETCH(QSize, start);
     QFETCH(QSize, target);
-    QFETCH(QSize, end);
-    QFETCH(int, resizes);
+    QFETCH(float, seconds);
+    QFETCH(QVector<QSize>, seen);
     QWidget top;
     top.resize(300, 300);
     auto *grid = new vn::qt::layout(&top, 2, false);
     vn::qt::cell *stored = grid->add(vn::qt::cell(new QWidget(&top)));
     grid->column_width() = start.width();
     grid->row_height() = start.height();
-    auto *next = new QWidget(&top);
-    grid->add(next);
+    auto *right = new QWidget(&top);
+    auto *below = new QWidget(&top);
+    grid->add(right);
+    grid->add(below);
     top.show();
     QVERIFY(QTest::qWaitForWindowExposed(&top));
-    resize_recorder recorder(grid, 0);
+    resize_recorder recorder(grid);
     top.installEventFilter(&recorder);
-    if (both)
-        stored->animate_size(target.width(), target.height(), 0.1f);
+    if (call == "height")
+        stored->animate_height(target.height(), seconds);
+    else if (call == "width")
+        stored->animate_width(target.width(), seconds);
     else
-        stored->animate_width(target.width(), 0.1f);
+        stored->animate_size(target.width(), target.height(), seconds);
     top.removeEventFilter(&recorder);
+    QCOMPARE(recorder.sizes, seen);
+    const QSize end = seen.isEmpty() ? start : seen.last();
     QCOMPARE(QSize(grid->column_width(0), grid->row_height(0)), end);
-    QCOMPARE(recorder.heights.size(), resizes);
-    QCOMPARE(next->x(), end.width());
+    // the last resize placed the tracks anew
+    QCOMPARE(QPoint(right->x(), below->y()), QPoint(end.width(), end.height()));
 }
 
 void tst_layout::animate_outside_layout()
