@@ -84,7 +84,7 @@ void tst_input_widgets::tooltip_rule_in_sheet()
     const QRegularExpression rule("QToolTip ?\\{ ?border:1px solid "
                                   "rgb\\(99,99,99\\);[^}]*background-color:rgb\\(47,47,47\\)");
     for (QWidget *widget : widgets)
-        QVERIFY2(widget->styleSheet().contains(rule), widget->metaObject()->className());
+        QVERIFY2(widget->styleSheet().contains(rule), qPrintable(widget->styleSheet()));
 }
 
 void tst_input_widgets::checkbox_sheet_data()
