@@ -86,9 +86,8 @@ private slots:
     void animate_data();
     void animate();
     void animate_outside_layout();
-    void click_handler_sets_current_cell();
+    void click_handler_and_destroyed_layout();
     void backgrounds_only_for_placed_cells();
-    void destroyed_layout_leaves_no_entries();
     void destroyed_widget_leaves_no_entry();
     void nested_layout_and_shown_parent();
 };
@@ -508,7 +507,7 @@ void tst_layout::animate_outside_layout()
     stored->animate_size(10, 10, 0.0f);
 }
 
-void tst_layout::click_handler_sets_current_cell()
+void tst_layout::click_handler_and_destroyed_layout()
 {
     QWidget parent;
     auto *grid = new vn::qt::layout(&parent, 2, false);
@@ -521,14 +520,21 @@ void tst_layout::click_handler_sets_current_cell()
         ++clicks;
         seen = vn::qt::current_cell;
     });
+    auto *other = new QWidget(&parent);
+    vn::qt::layout separate(1, false);
+    separate.add(other);
     button->click();
     QCOMPARE(clicks, 1);
     QCOMPARE(seen, stored);
     QCOMPARE(vn::qt::current_cell, stored);
     delete grid; // takes its cells out of current_cell and cells_by_widget
     QVERIFY(!vn::qt::current_cell);
+    QCOMPARE(vn::qt::cells_by_widget.count(button), size_t(0));
+    QCOMPARE(vn::qt::cells_by_widget.count(other), size_t(1)); // another layout's entry stays
+    QCOMPARE(button->parentWidget(), &parent);                 // widgets stay with the parent
     button->click(); // the connection went with the layout
     QCOMPARE(clicks, 1);
+    delete other;
 }
 
 void tst_layout::backgrounds_only_for_placed_cells()
@@ -554,23 +560,6 @@ void tst_layout::backgrounds_only_for_placed_cells()
     grid.place(cell(), 0, 0);
     QVERIFY(old_background.isNull());
     QVERIFY(grid.cell_at(0, 0)->background());
-}
-
-void tst_layout::destroyed_layout_leaves_no_entries()
-{
-    QWidget parent;
-    auto *outer = new vn::qt::layout(&parent, 1, false);
-    auto *child = new QWidget(&parent);
-    auto *other = new QWidget(&parent);
-    outer->add(child);
-    vn::qt::layout separate(1, false);
-    separate.add(other);
-    QCOMPARE(vn::qt::cells_by_widget.size(), size_t(2));
-    delete outer;
-    QCOMPARE(vn::qt::cells_by_widget.count(child), size_t(0));
-    QCOMPARE(vn::qt::cells_by_widget.count(other), size_t(1)); // another layout's entry stays
-    QCOMPARE(child->parentWidget(), &parent);                  // widgets stay with the parent
-    delete other;
 }
 
 void tst_layout::destroyed_widget_leaves_no_entry()
