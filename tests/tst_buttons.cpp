@@ -10,7 +10,6 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QSignalSpy>
-#include <QTextDocument>
 #include <QtTest>
 
 Q_DECLARE_METATYPE(Qt::MouseButton)
@@ -95,11 +94,12 @@ void tst_buttons::html_face()
 {
     vn::button_html b("<b>bold</b> text");
     QVERIFY(!b.icon().isNull());
-    QTextDocument document;
-    document.setHtml("<b>bold</b> text");
-    QCOMPARE(b.iconSize(), QSize(int(document.size().width()), int(document.size().height())));
+    QVERIFY(b.iconSize().width() > b.iconSize().height());
     const QImage face = b.icon().pixmap(b.iconSize()).toImage();
     QCOMPARE(qAlpha(face.pixel(0, 0)), 0); // transparent where no text is
+    QImage blank(face.size(), face.format());
+    blank.fill(Qt::transparent);
+    QVERIFY(face != blank); // the text is drawn
     // The button reacts as a vn::button without a rect.
     QCOMPARE(b.styleSheet(), vn::button("x").styleSheet());
     QVERIFY(!b.highlight_rect().isValid());
@@ -116,7 +116,6 @@ void tst_buttons::dark_flat_and_round_sheets()
         const QString initial = b->styleSheet();
         QVERIFY(initial.contains("QToolTip{"));
         QVERIFY(!initial.contains(QRegularExpression("%\\d"))); // no marker left unfilled
-        QCOMPARE(b->contentsMargins(), QMargins());
         b->set_kind("header");
         b->set_alignment("left");
         b->set_side_padding(9);
