@@ -104,27 +104,17 @@ void tst_layout::keywords_data()
     QTest::addColumn<keyword_list>("keywords");
     QTest::addColumn<QString>("expected");
     QTest::addRow("defaults") << keyword_list{} << "-1 -1 -1 -1 0 0 0 0 -1 -1 1 1 -1 -1 0 0 0";
-    QTest::addRow("margin order top right bottom left")
-        << keyword_list{margin = {1, 2, 3, 4}} << "1 2 3 4 0 0 0 0 -1 -1 1 1 -1 -1 0 0 0";
     QTest::addRow("later keyword wins")
         << keyword_list{margin = {1, 2, 3, 4}, margin_left = 9, margin_top = 5, margin_top = 7}
         << "7 2 3 9 0 0 0 0 -1 -1 1 1 -1 -1 0 0 0";
     QTest::addRow("all-four keyword overrides single ones")
         << keyword_list{padding_left = 9, padding = {1, 2, 3, 4}}
         << "-1 -1 -1 -1 1 2 3 4 -1 -1 1 1 -1 -1 0 0 0";
-    QTest::addRow("single paddings")
-        << keyword_list{padding_top = 1, padding_right = 2, padding_bottom = 3, padding_left = 4}
-        << "-1 -1 -1 -1 1 2 3 4 -1 -1 1 1 -1 -1 0 0 0";
     QTest::addRow("size then height")
         << keyword_list{size = {27, 28}, height = 5} << "-1 -1 -1 -1 0 0 0 0 27 5 1 1 -1 -1 0 0 0";
-    QTest::addRow("spans and tracks")
-        << keyword_list{column_span = 2, row_span = 3, column_width = 40, row_height = 50}
-        << "-1 -1 -1 -1 0 0 0 0 -1 -1 2 3 40 50 0 0 0";
-    QTest::addRow("offset pair then single")
-        << keyword_list{offset = {3, 4}, offset_y = 6, slot_width = 11}
-        << "-1 -1 -1 -1 0 0 0 0 -1 -1 1 1 -1 -1 11 3 6";
-    QTest::addRow("line break flag")
-        << keyword_list{line_break, width = 8} << "-1 -1 -1 -1 0 0 0 0 8 -1 1 1 -1 -1 0 0 0 break";
+    QTest::addRow("offset pair then single, one padding")
+        << keyword_list{offset = {3, 4}, offset_y = 6, slot_width = 11, padding_bottom = 3}
+        << "-1 -1 -1 -1 0 0 3 0 -1 -1 1 1 -1 -1 11 3 6";
     QTest::addRow("fit widget slot")
         << keyword_list{fit_widget_slot} << "-1 -1 -1 -1 0 0 0 0 33 21 1 1 -1 -1 33 0 0";
     QTest::addRow("fit widget") << keyword_list{fit_widget}
