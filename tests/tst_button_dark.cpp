@@ -17,21 +17,6 @@ Q_DECLARE_METATYPE(Qt::MouseButton)
 
 namespace {
 
-const QString base_head =
-    QStringLiteral("QPushButton{color:rgb(198,213,210);border-style:none;border-width:3px;"
-                   "border-image:url(:/gui/button/%1_normal.png) 3 stretch;text-align:%2;%3;"
-                   "background:transparent;padding: 0.25em 1em;}QPushButton::hover{color:#f0f0f0;}"
-                   "QToolTip{border:1px solid rgb(99,99,99);background-image:none;"
-                   "background-color:rgb(47,47,47);}");
-const QString checked_part =
-    QStringLiteral("QPushButton::checked{border-style:none;border-width:3px;"
-                   "border-image:url(:/gui/button/%1_pressed.png) 3 stretch;}");
-const QString pressed_part =
-    QStringLiteral("QPushButton::pressed{border-style:none;border-width:3px;"
-                   "border-image:url(:/gui/button/%1_pressed.png) 3 stretch;}");
-const QString fixed_disabled =
-    QStringLiteral("QPushButton::disabled{color:rgba(129,136,133,50%);}");
-
 // The 2 x 2 stencil of the recolouring tests, row by row.
 const QVector<QRgb> stencil = {0xFF0A141E, 0x80C86432, 0x01FFFFFF, 0xFF818885};
 
@@ -44,10 +29,13 @@ QVector<QRgb> pixels(const QImage &image)
     return out;
 }
 
-QImage canvas(const QSize &size)
+// What the icon callable of `owner` paints for `target` (the owner itself by default).
+QImage paint(button_dark &owner, QPushButton *target = nullptr)
 {
-    QImage image(size, QImage::Format_ARGB32);
+    QImage image((target ? target : &owner)->size(), QImage::Format_ARGB32);
     image.fill(Qt::transparent);
+    QPainter painter(&image);
+    owner.custom_paint(painter, target ? target : &owner);
     return image;
 }
 
@@ -70,26 +58,18 @@ class tst_button_dark : public QObject
 
 private slots:
     void initTestCase();
-
     void sheet_after_setter_data();
     void sheet_after_setter();
-
     void recolour_data();
     void recolour();
     void missing_icon_keeps_previous_images();
-
     void icon_position_data();
     void icon_position();
     void image_by_state_data();
     void image_by_state();
     void paint_on_wrong_class_data();
     void paint_on_wrong_class();
-
-    void checked_icon_by_state_data();
-    void checked_icon_by_state();
-    void drop_handler_data();
     void drop_handler();
-
     void mouse_rules_data();
     void mouse_rules();
     void allow_uncheck_data();
@@ -119,72 +99,58 @@ void tst_button_dark::initTestCase()
 void tst_button_dark::sheet_after_setter_data()
 {
     QTest::addColumn<setter_function>("setter");
-    QTest::addColumn<QString>("expected");
-
-    auto sheet = [](const QString &kind, const QString &align, const QString &extra,
-                    const QString &tail) {
-        return QString(base_head + checked_part + pressed_part + tail)
-            .replace("%1", kind)
-            .replace("%2", align)
-            .replace("%3", extra);
+    QTest::addColumn<QStringList>("present");
+    QTest::addColumn<QStringList>("absent");
+    const QString fixed_disabled = "QPushButton::disabled{color:rgba(129,136,133,50%);}";
+    const QString checked = "QPushButton::checked{", pressed = "QPushButton::pressed{";
+    auto row = [](const char *name, setter_function f, QStringList present, QStringList absent) {
+        QTest::newRow(name) << f << present << absent;
     };
-    QTest::addRow("no setter: dark images, centred, fixed disabled colour")
-        << setter_function([](button_dark &) {}) << sheet("dark", "center", "", fixed_disabled);
-    QTest::addRow("kind header") << setter_function([](button_dark &b) { b.set_kind("header"); })
-                                 << sheet("header", "center", "", fixed_disabled);
-    QTest::addRow("alignment left")
-        << setter_function([](button_dark &b) { b.set_alignment("left"); })
-        << sheet("dark", "left", "", fixed_disabled);
-    QTest::addRow("side padding 8")
-        << setter_function([](button_dark &b) { b.set_side_padding(8); })
-        << sheet("dark", "center", "padding-left: 8px; padding-right: 8px;", fixed_disabled);
-    QTest::addRow("side padding back to 0") << setter_function([](button_dark &b) {
-        b.set_side_padding(8);
-        b.set_side_padding(0);
-    }) << sheet("dark", "center", "", fixed_disabled);
-    QTest::addRow("text colour") << setter_function([](button_dark &b) {
-        b.set_text_colour(pixel_argb(0x80102030));
-    })
-                                 << sheet("dark", "center", "color:rgba(16,32,48,128);",
-                                          "QPushButton::disabled{color:rgba(16,32,48,50%);}");
-    QTest::addRow("padding and text colour")
-        << setter_function([](button_dark &b) {
-               b.set_text_colour(pixel_argb(1, 2, 3));
-               b.set_side_padding(5);
-           })
-        << sheet("dark", "center", "padding-left: 5px; padding-right: 5px;color:rgba(1,2,3,255);",
-                 "QPushButton::disabled{color:rgba(1,2,3,50%);}");
-    QTest::addRow("text colour cleared") << setter_function([](button_dark &b) {
-        b.set_text_colour(pixel_argb(1, 2, 3));
-        b.clear_text_colour();
-    }) << sheet("dark", "center", "", fixed_disabled);
-    QTest::addRow("no checked sheet")
-        << setter_function([](button_dark &b) { b.set_flags(false, false, true, true); })
-        << QString(base_head + pressed_part + fixed_disabled)
-               .replace("%1", "dark")
-               .replace("%2", "center")
-               .replace("%3", "");
-    QTest::addRow("no pressed sheet")
-        << setter_function([](button_dark &b) { b.set_flags(true, true, false, false); })
-        << QString(base_head + checked_part + fixed_disabled)
-               .replace("%1", "dark")
-               .replace("%2", "center")
-               .replace("%3", "");
-    QTest::addRow("a value holding a marker is not filled again")
-        << setter_function([](button_dark &b) { b.set_kind("x%2"); })
-        << QString(base_head + checked_part + pressed_part + fixed_disabled)
-               .replace("%2", "center")
-               .replace("%1", "x%2")
-               .replace("%3", "");
+    row("no setter", [](button_dark &) {},
+        {"button/dark_normal.png", "text-align:center;;", "QToolTip{", checked, pressed,
+         fixed_disabled},
+        {"padding-left"});
+    row("kind", [](button_dark &b) { b.set_kind("header"); },
+        {"button/header_normal.png", "button/header_pressed.png"}, {"dark_"});
+    row("alignment", [](button_dark &b) { b.set_alignment("left"); }, {"text-align:left;"},
+        {"center"});
+    row("side padding", [](button_dark &b) { b.set_side_padding(8); },
+        {"padding-left: 8px; padding-right: 8px;"}, {});
+    row("side padding back to 0",
+        [](button_dark &b) {
+            b.set_side_padding(8);
+            b.set_side_padding(0);
+        },
+        {}, {"padding-left"});
+    row("text colour", [](button_dark &b) { b.set_text_colour(pixel_argb(0x80102030)); },
+        {"color:rgba(16,32,48,128);", "QPushButton::disabled{color:rgba(16,32,48,50%);}"},
+        {fixed_disabled});
+    row("text colour cleared",
+        [](button_dark &b) {
+            b.set_text_colour(pixel_argb(1, 2, 3));
+            b.clear_text_colour();
+        },
+        {fixed_disabled}, {"rgba(1,2,3"});
+    row("no checked sheet", [](button_dark &b) { b.set_flags(false, false, true, true); },
+        {pressed}, {checked});
+    row("no pressed sheet", [](button_dark &b) { b.set_flags(true, true, false, false); },
+        {checked}, {pressed});
+    row("a value holding a marker is not filled again", [](button_dark &b) { b.set_kind("x%2"); },
+        {"button/x%2_normal.png", "text-align:center;"}, {});
 }
 
 void tst_button_dark::sheet_after_setter()
 {
     QFETCH(setter_function, setter);
-    QFETCH(QString, expected);
+    QFETCH(QStringList, present);
+    QFETCH(QStringList, absent);
     button_dark button("b");
     setter(button);
-    QCOMPARE(button.styleSheet(), expected);
+    const QString sheet = button.styleSheet();
+    for (const QString &part : present)
+        QVERIFY2(sheet.contains(part), qPrintable(part + " missing in " + sheet));
+    for (const QString &part : absent)
+        QVERIFY2(!sheet.contains(part), qPrintable(part + " found in " + sheet));
 }
 
 void tst_button_dark::recolour_data()
@@ -252,11 +218,7 @@ void tst_button_dark::missing_icon_keeps_previous_images()
     fresh.set_icon(missing, 0, 0, pixel_argb(0xFFFFFFFF), pixel_argb(0xFF000000));
     QVERIFY(fresh.icon_set().normal.isNull());
     fresh.resize(10, 10);
-    QImage image = canvas(fresh.size());
-    QPainter painter(&image);
-    fresh.custom_paint(painter, &fresh);
-    painter.end();
-    QCOMPARE(painted_area(image), QRect());
+    QCOMPARE(painted_area(paint(fresh)), QRect());
 }
 
 void tst_button_dark::icon_position_data()
@@ -266,10 +228,8 @@ void tst_button_dark::icon_position_data()
     QTest::addColumn<bool>("scale");
     QTest::addColumn<int>("scaled_width");
     QTest::addColumn<QRect>("expected");
-
-    QTest::addRow("centred 20x10")
-        << QSize(20, 10) << QPoint(-1, -1) << false << 0 << QRect(8, 3, 4, 4);
-    QTest::addRow("centred after resize to 31x17")
+    // The icon is set on a 40 x 40 button, then the button takes `size`.
+    QTest::addRow("centred after resize")
         << QSize(31, 17) << QPoint(-1, -1) << false << 0 << QRect(13, 6, 4, 4);
     QTest::addRow("x fixed, y centred")
         << QSize(20, 10) << QPoint(2, -1) << false << 0 << QRect(2, 3, 4, 4);
@@ -277,8 +237,7 @@ void tst_button_dark::icon_position_data()
         << QSize(20, 10) << QPoint(-1, 5) << false << 0 << QRect(8, 5, 4, 4);
     QTest::addRow("scaled to the whole button")
         << QSize(20, 10) << QPoint(3, 3) << true << 0 << QRect(0, 0, 20, 10);
-    // 10 wide on a 20 x 12 button: 6 high, centred.
-    QTest::addRow("scaled to a width")
+    QTest::addRow("scaled to a width, centred")
         << QSize(20, 12) << QPoint(3, 3) << true << 10 << QRect(5, 3, 10, 6);
 }
 
@@ -289,56 +248,55 @@ void tst_button_dark::icon_position()
     QFETCH(bool, scale);
     QFETCH(int, scaled_width);
     QFETCH(QRect, expected);
-
     button_dark button;
     button.resize(40, 40);
     button.set_icon(square_path_, at.x(), at.y(), pixel_argb(0xFFFFFFFF), pixel_argb(0xFF808080));
     button.scale_icon = scale;
     button.scaled_width = scaled_width;
     button.resize(size);
-    QImage image = canvas(size);
-    QPainter painter(&image);
-    button.custom_paint(painter, &button);
-    painter.end();
-    QCOMPARE(painted_area(image), expected);
+    QCOMPARE(painted_area(paint(button)), expected);
 }
 
 void tst_button_dark::image_by_state_data()
 {
+    QTest::addColumn<bool>("second_set"); // a checked icon set beside the first
     QTest::addColumn<bool>("enabled");
     QTest::addColumn<bool>("checkable");
     QTest::addColumn<bool>("checked");
     QTest::addColumn<bool>("highlight_when_checked");
     QTest::addColumn<QRgb>("expected");
-
     const QRgb normal = 0xFF808080, highlight = 0xFFF0F0F0, disabled = 0x7F808080;
-    QTest::addRow("enabled, unchecked") << true << true << false << true << normal;
-    QTest::addRow("checked highlights") << true << true << true << true << highlight;
-    QTest::addRow("checked without highlight flag") << true << true << true << false << normal;
-    QTest::addRow("disabled beats checked") << false << true << true << true << disabled;
-    QTest::addRow("not checkable") << true << false << false << true << normal;
+    QTest::addRow("unchecked") << false << true << true << false << true << normal;
+    QTest::addRow("checked highlights") << false << true << true << true << true << highlight;
+    QTest::addRow("checked, no highlight") << false << true << true << true << false << normal;
+    QTest::addRow("disabled beats checked") << false << false << true << true << true << disabled;
+    QTest::addRow("two sets, unchecked: first") << true << true << true << false << true << normal;
+    QTest::addRow("two sets, checked: second highlighted")
+        << true << true << true << true << true << QRgb(0xFF00FF00);
+    QTest::addRow("two sets, checked: second normal")
+        << true << true << true << true << false << QRgb(0xFF0000FF);
 }
 
 void tst_button_dark::image_by_state()
 {
+    QFETCH(bool, second_set);
     QFETCH(bool, enabled);
     QFETCH(bool, checkable);
     QFETCH(bool, checked);
     QFETCH(bool, highlight_when_checked);
     QFETCH(QRgb, expected);
-
     button_dark button;
     button.resize(4, 4);
     button.set_icon(square_path_, 0, 0, pixel_argb(0xFFF0F0F0), pixel_argb(0xFF808080));
-    button.set_flags(false, true, highlight_when_checked, true);
+    if (second_set) {
+        button.set_checked_icon(square_path_, 0, 0, pixel_argb(0xFF00FF00), pixel_argb(0xFF0000FF));
+        QVERIFY(!button.styleSheet().contains("QPushButton::checked"));
+    }
+    button.set_flags(false, !second_set, highlight_when_checked, true);
     button.setCheckable(checkable);
     button.setChecked(checked);
     button.setEnabled(enabled);
-    QImage image = canvas(button.size());
-    QPainter painter(&image);
-    button.custom_paint(painter, &button);
-    painter.end();
-    QCOMPARE(image.pixel(1, 1), expected);
+    QCOMPARE(paint(button).pixel(1, 1), expected);
 }
 
 void tst_button_dark::paint_on_wrong_class_data()
@@ -346,7 +304,6 @@ void tst_button_dark::paint_on_wrong_class_data()
     QTest::addColumn<bool>("wrong_class");
     QTest::addColumn<bool>("frame_when_checked");
     QTest::addColumn<QRect>("expected");
-
     QTest::addRow("button_dark gets its icon") << false << false << QRect(0, 0, 4, 4);
     QTest::addRow("checked frame around the button") << false << true << QRect(0, 0, 10, 8);
     QTest::addRow("QPushButton gets nothing") << true << false << QRect();
@@ -357,94 +314,47 @@ void tst_button_dark::paint_on_wrong_class()
     QFETCH(bool, wrong_class);
     QFETCH(bool, frame_when_checked);
     QFETCH(QRect, expected);
-
-    button_dark icon_owner;
-    icon_owner.set_icon(square_path_, 0, 0, pixel_argb(0xFFF0F0F0), pixel_argb(0xFF808080));
-    icon_owner.set_flags(frame_when_checked, true, true, true);
-    icon_owner.setCheckable(true);
-    icon_owner.setChecked(true);
-    icon_owner.resize(10, 8);
+    button_dark owner;
+    owner.set_icon(square_path_, 0, 0, pixel_argb(0xFFF0F0F0), pixel_argb(0xFF808080));
+    owner.set_flags(frame_when_checked, true, true, true);
+    owner.setCheckable(true);
+    owner.setChecked(true);
+    owner.resize(10, 8);
     QPushButton plain;
     plain.resize(10, 8);
-    QPushButton *target = wrong_class ? &plain : static_cast<QPushButton *>(&icon_owner);
-
     if (wrong_class)
         QTest::ignoreMessage(QtCriticalMsg,
                              QRegularExpression("\"bd\" in file vn/button_dark.cpp, line \\d+"));
-    QImage image = canvas(QSize(10, 8));
-    QPainter painter(&image);
-    icon_owner.custom_paint(painter, target);
-    painter.end();
+    const QImage image = paint(owner, wrong_class ? &plain : nullptr);
     QCOMPARE(painted_area(image), expected);
     if (frame_when_checked)
         QCOMPARE(image.pixel(0, 5), qRgb(129, 136, 133));
 }
 
-void tst_button_dark::checked_icon_by_state_data()
-{
-    QTest::addColumn<bool>("checked");
-    QTest::addColumn<bool>("highlight_when_checked");
-    QTest::addColumn<QRgb>("expected");
-
-    // The second set is painted while checked, in its highlight colour when
-    // checked buttons are highlighted.
-    QTest::addRow("unchecked: first set") << false << true << QRgb(0xFF808080);
-    QTest::addRow("checked: second set, highlighted") << true << true << QRgb(0xFF00FF00);
-    QTest::addRow("checked: second set, normal") << true << false << QRgb(0xFF0000FF);
-}
-
-void tst_button_dark::checked_icon_by_state()
-{
-    QFETCH(bool, checked);
-    QFETCH(bool, highlight_when_checked);
-    QFETCH(QRgb, expected);
-
-    button_dark button;
-    button.resize(4, 4);
-    button.setCheckable(true);
-    button.set_icon(square_path_, 0, 0, pixel_argb(0xFFF0F0F0), pixel_argb(0xFF808080));
-    button.set_checked_icon(square_path_, 0, 0, pixel_argb(0xFF00FF00), pixel_argb(0xFF0000FF));
-    QVERIFY(!button.sheet_checked());
-    QVERIFY(!button.styleSheet().contains("QPushButton::checked"));
-    button.set_flags(false, false, highlight_when_checked, true);
-    button.setChecked(checked);
-    QImage image = canvas(button.size());
-    QPainter painter(&image);
-    button.custom_paint(painter, &button);
-    painter.end();
-    QCOMPARE(image.pixel(1, 1), expected);
-}
-
-void tst_button_dark::drop_handler_data()
-{
-    QTest::addColumn<bool>("with_handler");
-    QTest::addRow("handler gets the drop") << true;
-    QTest::addRow("no handler") << false;
-}
-
 void tst_button_dark::drop_handler()
 {
-    QFETCH(bool, with_handler);
-
     button_dark button("b");
     button.setAcceptDrops(true);
-    button_dark *seen = nullptr;
-    QStringList urls;
-    if (with_handler)
-        button.drop_handler = [&](QDropEvent *e, button_dark *target) {
-            seen = target;
-            for (const QUrl &url : e->mimeData()->urls())
-                urls << url.toLocalFile();
-        };
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile("/photos/a.jpg")});
-    QDragEnterEvent enter(QPoint(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&button, &enter);
-    QVERIFY(enter.isAccepted());
-    QDropEvent drop(QPointF(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&button, &drop);
-    QCOMPARE(seen, with_handler ? &button : nullptr);
-    QCOMPARE(urls, with_handler ? QStringList{"/photos/a.jpg"} : QStringList{});
+    auto drop = [&] {
+        QDragEnterEvent enter(QPoint(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&button, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent event(QPointF(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&button, &event);
+    };
+    drop(); // without a handler: nothing happens
+    button_dark *seen = nullptr;
+    QStringList urls;
+    button.drop_handler = [&](QDropEvent *e, button_dark *target) {
+        seen = target;
+        for (const QUrl &url : e->mimeData()->urls())
+            urls << url.toLocalFile();
+    };
+    drop();
+    QCOMPARE(seen, &button);
+    QCOMPARE(urls, QStringList{"/photos/a.jpg"});
 }
 
 void tst_button_dark::mouse_rules_data()
@@ -454,7 +364,6 @@ void tst_button_dark::mouse_rules_data()
     QTest::addColumn<bool>("initially_checked");
     QTest::addColumn<bool>("while_held");
     QTest::addColumn<bool>("after_release");
-
     QTest::addRow("momentary left holds only while held")
         << true << Qt::LeftButton << false << true << false;
     QTest::addRow("momentary right latches") << true << Qt::RightButton << false << true << true;
@@ -477,7 +386,6 @@ void tst_button_dark::mouse_rules()
     QFETCH(bool, initially_checked);
     QFETCH(bool, while_held);
     QFETCH(bool, after_release);
-
     button_dark button("b");
     button.resize(40, 20);
     button.setCheckable(true);
@@ -493,17 +401,13 @@ void tst_button_dark::mouse_rules()
 void tst_button_dark::allow_uncheck_data()
 {
     QTest::addColumn<bool>("allow_uncheck");
-    QTest::addColumn<bool>("still_checked");
-
-    QTest::addRow("exclusive group keeps its button") << false << true;
-    QTest::addRow("allow_uncheck lets it go") << true << false;
+    QTest::addRow("exclusive group keeps its button") << false;
+    QTest::addRow("allow_uncheck lets it go") << true;
 }
 
 void tst_button_dark::allow_uncheck()
 {
     QFETCH(bool, allow_uncheck);
-    QFETCH(bool, still_checked);
-
     QWidget window;
     QButtonGroup group;
     QVector<button_dark *> buttons;
@@ -521,11 +425,8 @@ void tst_button_dark::allow_uncheck()
     buttons[1]->release_handler = [&](QMouseEvent *) { ++handler_calls; };
 
     QTest::mouseClick(buttons[1], Qt::LeftButton);
-    QCOMPARE(buttons[1]->isChecked(), still_checked);
-    QCOMPARE(group.checkedButton(), still_checked ? buttons[1] : nullptr);
+    QCOMPARE(group.checkedButton(), allow_uncheck ? nullptr : buttons[1]);
     QCOMPARE(handler_calls, 1);
-    QVERIFY(group.exclusive());
-
     // The group stays exclusive: checking another one unchecks the first.
     QTest::mouseClick(buttons[2], Qt::LeftButton);
     QCOMPARE(group.checkedButton(), buttons[2]);
@@ -540,7 +441,6 @@ void tst_button_dark::press_modifiers_seen_by_release_handler()
     int seen = -1;
     button.release_handler = [&](QMouseEvent *) { seen = button.press_modifiers(); };
     QTest::mousePress(&button, Qt::LeftButton, Qt::ControlModifier);
-    QCOMPARE(button.press_modifiers(), int(Qt::ControlModifier));
     QTest::mouseRelease(&button, Qt::LeftButton, Qt::ControlModifier);
     QCOMPARE(seen, int(Qt::ControlModifier));
     QCOMPARE(button.press_modifiers(), 0);

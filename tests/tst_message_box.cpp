@@ -29,16 +29,6 @@ static void when_modal(std::function<void(QWidget *)> act)
     timer->start(10);
 }
 
-static QAbstractButton *button_with_text(QWidget *dialog, const QString &text)
-{
-    const QList<QAbstractButton *> buttons = dialog->findChildren<QAbstractButton *>();
-    for (QAbstractButton *button : buttons) {
-        if (button->text() == text)
-            return button;
-    }
-    return nullptr;
-}
-
 static QStringList button_texts(QWidget *dialog)
 {
     QStringList texts;
@@ -56,8 +46,7 @@ class tst_message_box : public QObject
 private slots:
     void default_button_data();
     void default_button();
-    void static_form_returns_clicked_data();
-    void static_form_returns_clicked();
+    void static_forms_return_the_clicked_button();
     void text_forms_data();
     void text_forms();
     void escape_counts_as_cancel();
@@ -69,25 +58,17 @@ private slots:
 
 void tst_message_box::default_button_data()
 {
+    using B = QMessageBox;
     QTest::addColumn<int>("buttons");
     QTest::addColumn<int>("default_button");
     QTest::addColumn<int>("expected"); // NoButton: no default set
-    QTest::addRow("OK alone, no default: accept role wins")
-        << int(QMessageBox::Ok) << int(QMessageBox::NoButton) << int(QMessageBox::Ok);
-    QTest::addRow("Yes/No, no default: none set")
-        << int(QMessageBox::Yes | QMessageBox::No) << int(QMessageBox::NoButton)
-        << int(QMessageBox::NoButton);
-    QTest::addRow("Yes/No, default No")
-        << int(QMessageBox::Yes | QMessageBox::No) << int(QMessageBox::No) << int(QMessageBox::No);
-    QTest::addRow("default not among buttons: no effect")
-        << int(QMessageBox::Yes | QMessageBox::No) << int(QMessageBox::Ok)
-        << int(QMessageBox::NoButton);
-    QTest::addRow("OK and Cancel, no default: OK")
-        << int(QMessageBox::Ok | QMessageBox::Cancel) << int(QMessageBox::NoButton)
-        << int(QMessageBox::Ok);
+    QTest::addRow("OK alone, no default: accept role wins") << int(B::Ok) << 0 << int(B::Ok);
+    QTest::addRow("Yes/No, no default: none set") << int(B::Yes | B::No) << 0 << 0;
+    QTest::addRow("Yes/No, default No") << int(B::Yes | B::No) << int(B::No) << int(B::No);
+    QTest::addRow("default not among buttons: no effect") << int(B::Yes | B::No) << int(B::Ok) << 0;
+    QTest::addRow("OK and Cancel, no default: OK") << int(B::Ok | B::Cancel) << 0 << int(B::Ok);
     QTest::addRow("Save and Open, no default: the lower value with accept role")
-        << int(QMessageBox::Save | QMessageBox::Open) << int(QMessageBox::NoButton)
-        << int(QMessageBox::Save);
+        << int(B::Save | B::Open) << 0 << int(B::Save);
 }
 
 void tst_message_box::default_button()
@@ -104,88 +85,68 @@ void tst_message_box::default_button()
     QCOMPARE(def ? int(box.standardButton(def)) : int(QMessageBox::NoButton), expected);
 }
 
-void tst_message_box::static_form_returns_clicked_data()
+void tst_message_box::static_forms_return_the_clicked_button()
 {
-    QTest::addColumn<int>("form"); // 0 information, 1 question, 2 warning, 3 critical
-    QTest::addColumn<int>("click");
-    QTest::addColumn<int>("icon");
-    QTest::addRow("information OK") << 0 << int(QMessageBox::Ok) << int(QMessageBox::Information);
-    QTest::addRow("question No") << 1 << int(QMessageBox::No) << int(QMessageBox::Question);
-    QTest::addRow("warning OK") << 2 << int(QMessageBox::Ok) << int(QMessageBox::Warning);
-    QTest::addRow("critical OK") << 3 << int(QMessageBox::Ok) << int(QMessageBox::Critical);
-}
-
-void tst_message_box::static_form_returns_clicked()
-{
-    QFETCH(int, form);
-    QFETCH(int, click);
-    QFETCH(int, icon);
-
-    int seen_icon = -1;
-    QString seen_title;
-    when_modal([&](QWidget *w) {
-        auto *box = qobject_cast<QMessageBox *>(w);
-        if (!box)
-            return;
-        seen_icon = box->icon();
-        seen_title = box->windowTitle();
-        box->button(QMessageBox::StandardButton(click))->click();
-    });
-    QMessageBox::StandardButton result = QMessageBox::NoButton;
-    switch (form) {
-    case 0:
-        result = vn::message_box::information(nullptr, "Title", "Text");
-        break;
-    case 1:
-        result = vn::message_box::question(nullptr, "Title", "Text");
-        break;
-    case 2:
-        result = vn::message_box::warning(nullptr, "Title", "Text");
-        break;
-    default:
-        result = vn::message_box::critical(nullptr, "Title", "Text");
+    using B = QMessageBox;
+    using form = B::StandardButton (*)(QWidget *, const QString &, const QString &,
+                                       B::StandardButtons, B::StandardButton);
+    const struct
+    {
+        form show;
+        B::StandardButton click;
+        B::Icon icon;
+    } cases[] = {{&vn::message_box::information, B::Ok, B::Information},
+                 {&vn::message_box::question, B::No, B::Question},
+                 {&vn::message_box::warning, B::Ok, B::Warning},
+                 {&vn::message_box::critical, B::Ok, B::Critical}};
+    for (const auto &c : cases) {
+        int seen_icon = -1;
+        QString seen_title;
+        when_modal([&](QWidget *w) {
+            auto *box = qobject_cast<QMessageBox *>(w);
+            seen_icon = box->icon();
+            seen_title = box->windowTitle();
+            box->button(c.click)->click();
+        });
+        const auto buttons = c.icon == B::Question ? B::Yes | B::No : B::StandardButtons(B::Ok);
+        QCOMPARE(c.show(nullptr, "Title", "Text", buttons, B::NoButton), c.click);
+        QCOMPARE(seen_icon, int(c.icon));
+        QCOMPARE(seen_title, QString("Title"));
     }
-    QCOMPARE(int(result), click);
-    QCOMPARE(seen_icon, icon);
-    QCOMPARE(seen_title, QString("Title"));
 }
 
 void tst_message_box::text_forms_data()
 {
-    QTest::addColumn<int>("count");
+    QTest::addColumn<QStringList>("texts");
     QTest::addColumn<QString>("click_text");
     QTest::addColumn<int>("expected");
-    QTest::addRow("two texts, yes") << 2 << "Go on" << int(QMessageBox::Yes);
-    QTest::addRow("two texts, no") << 2 << "Stop" << int(QMessageBox::No);
-    QTest::addRow("three texts, cancel") << 3 << "Never mind" << int(QMessageBox::Cancel);
-    QTest::addRow("four texts, yes to all") << 4 << "All of them" << int(QMessageBox::YesToAll);
-    QTest::addRow("four texts, no to all") << 4 << "None of them" << int(QMessageBox::NoToAll);
+    const QStringList two = {"Go on", "Stop"}, four = two + QStringList{"All", "None"};
+    QTest::addRow("two texts, yes") << two << "Go on" << int(QMessageBox::Yes);
+    QTest::addRow("two texts, no") << two << "Stop" << int(QMessageBox::No);
+    QTest::addRow("three texts, cancel")
+        << two + QStringList{"Later"} << "Later" << int(QMessageBox::Cancel);
+    QTest::addRow("four texts, yes to all") << four << "All" << int(QMessageBox::YesToAll);
+    QTest::addRow("four texts, no to all") << four << "None" << int(QMessageBox::NoToAll);
 }
 
 void tst_message_box::text_forms()
 {
-    QFETCH(int, count);
+    QFETCH(QStringList, texts);
     QFETCH(QString, click_text);
     QFETCH(int, expected);
-
-    QStringList texts = {"Go on", "Stop"};
-    if (count == 3)
-        texts << "Never mind";
-    if (count == 4)
-        texts << "All of them"
-              << "None of them";
     QStringList seen;
     when_modal([&](QWidget *box) {
         seen = button_texts(box);
-        if (QAbstractButton *button = button_with_text(box, click_text))
-            button->click();
-        else
-            box->close();
+        for (QAbstractButton *button : box->findChildren<QAbstractButton *>()) {
+            if (button->text() == click_text)
+                return button->click();
+        }
+        box->close();
     });
     QMessageBox::StandardButton result = QMessageBox::NoButton;
-    if (count == 2)
+    if (texts.size() == 2)
         result = vn::message_box::question(nullptr, "t", "x", texts[0], texts[1]);
-    else if (count == 3)
+    else if (texts.size() == 3)
         result = vn::message_box::question(nullptr, "t", "x", texts[0], texts[1], texts[2]);
     else
         result =

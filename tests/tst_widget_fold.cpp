@@ -32,9 +32,7 @@ void tst_widget_fold::toggle_data()
     QTest::addColumn<bool>("own_button");
     QTest::addColumn<double>("seconds");
     QTest::addRow("own button, animated") << true << 0.05;
-    QTest::addRow("own button, zero seconds jumps") << true << 0.0;
-    QTest::addRow("caller's button, animated") << false << 0.05;
-    QTest::addRow("caller's button, zero seconds") << false << 0.0;
+    QTest::addRow("caller's button, zero seconds jumps") << false << 0.0;
 }
 
 void tst_widget_fold::toggle()
@@ -117,7 +115,6 @@ void tst_widget_fold::header_and_content_layouts()
     QWidget *header = fold->header_layout()->parentWidget();
     QPushButton *button = fold->findChild<QPushButton *>();
     QCOMPARE(button->text(), QStringLiteral("fold"));
-    QCOMPARE(button->width(), button->sizeHint().width() - 20);
     QTRY_COMPARE(header->geometry(), QRect(button->width(), 0, 300 - button->width(), 30));
     QCOMPARE(inside->window(), &top);
     QTRY_COMPARE(fold->content_layout()->parentWidget()->y(), 30);
