@@ -8,9 +8,6 @@
 #include <QTest>
 #include <QTranslator>
 
-#include <iostream>
-#include <sstream>
-
 class tst_gpx_parser : public QObject
 {
     Q_OBJECT
@@ -207,59 +204,52 @@ void tst_gpx_parser::rules_data()
     QTest::addColumn<QString>("expected"); // outline of the tracks
     QTest::addColumn<QString>("printed");
 
-    QTest::addRow("waypoints come last")
-        << gpx("<wpt lat=\"1\" lon=\"2\"/>"
-               "<trk><trkseg><trkpt lat=\"3\" lon=\"4\"/></trkseg></trk>"
-               "<wpt lat=\"5\" lon=\"6\"><time>2020-01-01T00:00:00Z</time></wpt>")
-        << "Track 1:3/4;Waypoints:1/2,5/6"
-        << "";
-    QTest::addRow("numbering counts named tracks")
-        << gpx("<trk/><trk><name>Ridge</name></trk><trk/>") << "Track 1:;Ridge:;Track 3:"
-        << "Track is named Ridge\n";
-    QTest::addRow("track without segments") << gpx("<trk><name>Empty</name></trk>") << "Empty:"
-                                            << "Track is named Empty\n";
-    QTest::addRow("segments joined in file order")
-        << gpx("<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/><trkpt lat=\"2\" lon=\"2\"/></trkseg>"
-               "<trkseg/><trkseg><trkpt lat=\"3\" lon=\"3\"/></trkseg></trk>")
-        << "Track 1:1/1,2/2,3/3"
-        << "";
-    QTest::addRow("unknown elements skipped")
-        << gpx("<rte><rtept lat=\"9\" lon=\"9\"/></rte><extensions/>"
-               "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/></trkseg></trk>")
-        << "Track 1:1/1"
-        << "Unknown element found: rte\nUnknown element found: extensions\n";
-    QTest::addRow("metadata silent")
-        << gpx("<metadata><time>1970-01-01T00:00:00Z</time></metadata><trk/>") << "Track 1:"
-        << "";
-    QTest::addRow("comment between tracks")
-        << gpx("<trk/><!-- pause --><trk/>") << "Track 1:;Track 2:"
-        << "Unknown node type found: 8 node name is: #comment\n";
-    QTest::addRow("text in the root") << gpx("stray<trk/>") << "Track 1:"
-                                      << "Unknown node type found: 3 node name is: #text\n";
-    QTest::addRow("cdata and processing instruction")
-        << gpx("<![CDATA[x]]><?marker data?><trk/>") << "Track 1:"
-        << "Unknown node type found: 4 node name is: #cdata-section\n"
-           "Unknown node type found: 7 node name is: marker\n";
-    QTest::addRow("lines in file order, name after segments")
-        << gpx("<rte/><trk><trkseg/><name>Late</name><name>Second</name></trk><extensions/>")
-        << "Late:"
-        << "Unknown element found: rte\nTrack is named Late\nUnknown element found: extensions\n";
-    QTest::addRow("coordinates kept as text")
-        << gpx("<trk><trkseg><trkpt lat=\"046.50000\" lon=\"abc\"/>"
-               "<trkpt lon=\"1e30\"/><trkpt lat=\"-91\" lon=\"nan\"/></trkseg></trk>")
-        << "Track 1:046.50000/abc,/1e30,-91/nan"
-        << "";
-    QTest::addRow("points elsewhere ignored")
-        << gpx("<trk><trkpt lat=\"1\" lon=\"1\"/><trkseg><trkseg><trkpt lat=\"2\" lon=\"2\"/>"
-               "</trkseg></trkseg></trk>")
-        << "Track 1:"
-        << "";
+    struct row
+    {
+        const char *tag, *body, *expected, *printed;
+    };
+    const QList<row> rows = {
+        {"waypoints come last",
+         "<wpt lat=\"1\" lon=\"2\"/><trk><trkseg><trkpt lat=\"3\" lon=\"4\"/></trkseg></trk>"
+         "<wpt lat=\"5\" lon=\"6\"><time>2020-01-01T00:00:00Z</time></wpt>",
+         "Track 1:3/4;Waypoints:1/2,5/6", ""},
+        {"numbering counts named tracks", "<trk/><trk><name>Ridge</name></trk><trk/>",
+         "Track 1:;Ridge:;Track 3:", "Track is named Ridge\n"},
+        {"segments joined in file order",
+         "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/><trkpt lat=\"2\" lon=\"2\"/></trkseg>"
+         "<trkseg/><trkseg><trkpt lat=\"3\" lon=\"3\"/></trkseg></trk>",
+         "Track 1:1/1,2/2,3/3", ""},
+        {"unknown elements skipped",
+         "<rte><rtept lat=\"9\" lon=\"9\"/></rte><extensions/>"
+         "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/></trkseg></trk>",
+         "Track 1:1/1", "Unknown element found: rte\nUnknown element found: extensions\n"},
+        {"metadata silent", "<metadata><time>1970-01-01T00:00:00Z</time></metadata><trk/>",
+         "Track 1:", ""},
+        {"comment between tracks", "<trk/><!-- pause --><trk/>",
+         "Track 1:;Track 2:", "Unknown node type found: 8 node name is: #comment\n"},
+        {"text in the root", "stray<trk/>",
+         "Track 1:", "Unknown node type found: 3 node name is: #text\n"},
+        {"cdata and processing instruction", "<![CDATA[x]]><?marker data?><trk/>", "Track 1:",
+         "Unknown node type found: 4 node name is: #cdata-section\n"
+         "Unknown node type found: 7 node name is: marker\n"},
+        {"lines in file order, name after segments",
+         "<rte/><trk><trkseg/><name>Late</name><name>Second</name></trk><extensions/>", "Late:",
+         "Unknown element found: rte\nTrack is named Late\nUnknown element found: extensions\n"},
+        {"coordinates kept as text",
+         "<trk><trkseg><trkpt lat=\"046.50000\" lon=\"abc\"/>"
+         "<trkpt lon=\"1e30\"/><trkpt lat=\"-91\" lon=\"nan\"/></trkseg></trk>",
+         "Track 1:046.50000/abc,/1e30,-91/nan", ""},
+        {"points elsewhere ignored",
+         "<trk><trkpt lat=\"1\" lon=\"1\"/><trkseg><trkseg><trkpt lat=\"2\" lon=\"2\"/>"
+         "</trkseg></trkseg></trk>",
+         "Track 1:", ""},
+    };
+    for (const row &r : rows)
+        QTest::newRow(r.tag) << gpx(r.body) << QString(r.expected) << QString(r.printed);
     QTest::addRow("root of any name")
         << QByteArray("<log><trk><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg></trk></log>")
-        << "Track 1:1/2"
-        << "";
-    QTest::addRow("root only") << QByteArray("<gpx/>") << ""
-                               << "";
+        << "Track 1:1/2" << QString();
+    QTest::addRow("root only") << QByteArray("<gpx/>") << QString() << QString();
 }
 
 void tst_gpx_parser::rules()
