@@ -41,9 +41,6 @@ private slots:
     void questions_data();
     void questions();
 
-    void remove_questions_data();
-    void remove_questions();
-
     void unwritable_positions_data();
     void unwritable_positions();
 
@@ -472,6 +469,7 @@ void tst_flows::questions_data()
     QTest::addColumn<QStringList>("expected_yes_texts");
 
     const QStringList mixed = {"Canon_40D.jpg", "DSCN0010.jpg", "with-gps.mov"};
+    const QStringList two = {"Canon_40D.jpg", "DSCN0010.jpg"};
     // Canon_40D is the earliest photo and has no previous source: a "?" row.
     QTest::addRow("unassigned, No") << "previous" << mixed << 0 << QStringList({"Continue anyway"});
     QTest::addRow("unassigned, No to QuickTime")
@@ -482,8 +480,14 @@ void tst_flows::questions_data()
     QTest::addRow("overwrite, No") << "typed" << mixed << 0 << QStringList({"Continue"});
     QTest::addRow("overwrite and QuickTime, Yes")
         << "typed" << mixed << -1 << QStringList({"Continue", "Continue"});
-    QTest::addRow("nothing to ask")
-        << "closest" << QStringList({"Canon_40D.jpg", "DSCN0010.jpg"}) << -1 << QStringList();
+    QTest::addRow("nothing to ask") << "closest" << two << -1 << QStringList();
+    // Removing asks plainly first (Yes and No, no default), then about QuickTime.
+    QTest::addRow("remove, No") << "remove" << mixed << 0 << QStringList({""});
+    QTest::addRow("remove, No to QuickTime")
+        << "remove" << mixed << 1 << QStringList({"", "Continue"});
+    QTest::addRow("remove, Yes to both")
+        << "remove" << mixed << -1 << QStringList({"", "Continue"});
+    QTest::addRow("remove photos only") << "remove" << two << -1 << QStringList({""});
 }
 
 void tst_flows::questions()
@@ -493,6 +497,7 @@ void tst_flows::questions()
     QFETCH(int, no_at);
     QFETCH(QStringList, expected_yes_texts);
 
+    const bool remove = mode == QLatin1String("remove");
     QStringList files;
     QMap<QString, QByteArray> hashes;
     QMap<QString, exif_tag_map> states;
@@ -513,38 +518,50 @@ void tst_flows::questions()
     window_->max_time_edit->setText(QString());
     load(files);
     // A record from an earlier write, which "No" must leave in place.
+    const QString earlier_file = root_ + "/earlier.jpg";
     const exif_tag_map earlier = {{"GPSLatitude", "1 deg 0' 0.00\" N"}};
-    window_->undo_tags.insert(root_ + "/earlier.jpg", earlier);
+    window_->undo_tags.insert(earlier_file, earlier);
     window_->undo_button->setEnabled(true);
     answer_all(QMessageBox::Yes, no_at);
 
-    window_->on_sync_clicked();
+    if (remove)
+        window_->on_remove_gps_clicked();
+    else
+        window_->on_sync_clicked();
 
     QStringList yes_texts;
     for (const asked &a : qAsConst(asked_)) {
-        QCOMPARE(a.title, QStringLiteral("Continue?"));
-        QCOMPARE(a.default_button, QMessageBox::Yes);
+        QCOMPARE(a.title, remove ? QStringLiteral("Confirm") : QStringLiteral("Continue?"));
         yes_texts << a.yes_text;
     }
     QCOMPARE(yes_texts, expected_yes_texts);
     if (!asked_.isEmpty()) {
         const QString first = asked_.first().text;
-        QCOMPARE(first,
-                 mode == QLatin1String("typed")
-                     ? QStringLiteral(
-                           "Some loaded images already had GPS data which would be overwritten")
-                     : QStringLiteral("Could not assign a GPS position to all files using the "
-                                      "current assignment mode"));
-        QCOMPARE(asked_.first().no_text,
-                 mode == QLatin1String("typed")
-                     ? QStringLiteral("Abort")
-                     : QStringLiteral("Select a different assignment mode"));
+        if (remove)
+            QCOMPARE(first, QStringLiteral("Do you really want to delete all GPS information from "
+                                           "all currently loaded (%1) images?")
+                                .arg(files.size()));
+        else if (mode == QLatin1String("typed"))
+            QCOMPARE(first, QStringLiteral("Some loaded images already had GPS data which would "
+                                           "be overwritten"));
+        else
+            QCOMPARE(first, QStringLiteral("Could not assign a GPS position to all files using "
+                                           "the current assignment mode"));
+        QCOMPARE(asked_.first().default_button, remove ? QMessageBox::NoButton : QMessageBox::Yes);
+        if (mode == QLatin1String("previous"))
+            QCOMPARE(asked_.first().no_text, QStringLiteral("Select a different assignment mode"));
+        if (mode == QLatin1String("typed"))
+            QCOMPARE(asked_.first().no_text, QStringLiteral("Abort"));
+        if (asked_.size() > 1) {
+            QVERIFY(asked_.at(1).text.startsWith("QuickTime GPS coordinates are read only"));
+            QCOMPARE(asked_.at(1).no_text, QStringLiteral("Abort"));
+        }
     }
 
     if (no_at >= 0) {
         QCOMPARE(window_->model->rowCount(), files.size());
-        QCOMPARE(window_->undo_tags.size(), 1);
-        QCOMPARE(window_->undo_tags.value(root_ + "/earlier.jpg"), earlier);
+        QCOMPARE(window_->undo_tags.keys(), QStringList({earlier_file}));
+        QCOMPARE(window_->undo_tags.value(earlier_file), earlier);
         QVERIFY(window_->undo_button->isEnabled());
         QVERIFY(window_->sync_button->isEnabled());
         for (const QString &file : files)
@@ -552,26 +569,31 @@ void tst_flows::questions()
         return;
     }
     QCOMPARE(window_->model->rowCount(), 0);
-    QVERIFY(!window_->undo_tags.contains(root_ + "/earlier.jpg"));
-    QVERIFY(!window_->sync_button->isEnabled());
+    QVERIFY(!window_->undo_tags.contains(earlier_file));
+    // Removing leaves the sync button as it was.
+    QCOMPARE(window_->sync_button->isEnabled(), remove);
     QVERIFY(window_->undo_button->isEnabled());
     // In the photo modes the source photos are neither written nor recorded.
-    if (mode != QLatin1String("typed")) {
+    if (mode == QLatin1String("previous") || mode == QLatin1String("closest")) {
         QCOMPARE(window_->undo_tags.keys(), QStringList({files.first()}));
         for (const QString &source : files.mid(1))
             QVERIFY2(file_hash(source) == hashes[source], qPrintable(source));
     } else {
-        QCOMPARE(window_->undo_tags.size(), files.size());
+        QCOMPARE(window_->undo_tags.keys(), files);
     }
     if (mode == QLatin1String("previous")) {
         const exif_tag_map plain = vn::exiftool::read_tags(files.first(), false);
         QVERIFY(!plain.contains("GPSLatitude") && !plain.contains("GPSLatitudeRef"));
         QCOMPARE(plain.value("GPSVersionID"), QStringLiteral("2.2.0.0"));
     }
-    // A typed position replaces the old one whole: DSCN0010's satellite
-    // count goes, and comes back with the undo.
-    if (mode == QLatin1String("typed"))
+    // A typed position replaces the old one whole, and removing takes it
+    // all: DSCN0010's satellite count goes, and comes back with the undo.
+    if (mode == QLatin1String("typed") || remove)
         QVERIFY(!gps_state(files.at(1)).contains("GPS:GPSSatellites"));
+    if (remove) {
+        for (const QString &file : files)
+            QVERIFY2(!gps_state(file).contains("GPS:GPSLatitude"), qPrintable(file));
+    }
     QVERIFY(!window_->sync_progress->isVisible());
     window_->on_undo_clicked();
     QVERIFY(!window_->sync_progress->isVisible());
@@ -582,77 +604,6 @@ void tst_flows::questions()
     window_->on_undo_clicked();
     QVERIFY(!window_->sync_progress->isVisible());
     QCOMPARE(gps_state(files.at(1)).value("GPS:GPSSatellites"), QStringLiteral("06"));
-}
-
-void tst_flows::remove_questions_data()
-{
-    QTest::addColumn<QStringList>("photos");
-    QTest::addColumn<int>("no_at");
-    QTest::addColumn<int>("expected_questions");
-
-    const QStringList with_video = {"DSCN0010.jpg", "Kodak_CX7530.jpg", "with-gps.mov"};
-    QTest::addRow("No to the confirmation") << with_video << 0 << 1;
-    QTest::addRow("No to QuickTime") << with_video << 1 << 2;
-    QTest::addRow("Yes to both") << with_video << -1 << 2;
-    QTest::addRow("photos only") << QStringList({"DSCN0010.jpg", "Kodak_CX7530.jpg"}) << -1 << 1;
-}
-
-void tst_flows::remove_questions()
-{
-    QFETCH(QStringList, photos);
-    QFETCH(int, no_at);
-    QFETCH(int, expected_questions);
-
-    QStringList files;
-    QMap<QString, QByteArray> hashes;
-    QMap<QString, exif_tag_map> states;
-    for (const QString &name : photos) {
-        files << copy_photo(name);
-        hashes[files.last()] = file_hash(files.last());
-        states[files.last()] = gps_state(files.last());
-    }
-    window_->closest_radio->click();
-    load(files);
-    const exif_tag_map earlier = {{"GPSLatitude", "1 deg 0' 0.00\" N"}};
-    window_->undo_tags.insert(root_ + "/earlier.jpg", earlier);
-    answer_all(QMessageBox::Yes, no_at);
-
-    window_->on_remove_gps_clicked();
-
-    QCOMPARE(asked_.size(), expected_questions);
-    QCOMPARE(asked_.first().title, QStringLiteral("Confirm"));
-    QCOMPARE(asked_.first().text,
-             QStringLiteral("Do you really want to delete all GPS information from all currently "
-                            "loaded (%1) images?")
-                 .arg(files.size()));
-    QCOMPARE(asked_.first().yes_text, QString()); // plain Yes and No
-    QCOMPARE(asked_.first().default_button, QMessageBox::NoButton);
-    if (expected_questions == 2) {
-        QCOMPARE(asked_.at(1).title, QStringLiteral("Confirm"));
-        QVERIFY(asked_.at(1).text.startsWith("QuickTime GPS coordinates are read only"));
-        QCOMPARE(asked_.at(1).yes_text, QStringLiteral("Continue"));
-        QCOMPARE(asked_.at(1).no_text, QStringLiteral("Abort"));
-    }
-    if (no_at >= 0) {
-        QCOMPARE(window_->model->rowCount(), files.size());
-        QCOMPARE(window_->undo_tags.keys(), QStringList({root_ + "/earlier.jpg"}));
-        for (const QString &file : files)
-            QVERIFY2(file_hash(file) == hashes[file], qPrintable(file));
-        return;
-    }
-    // Every row is written, source photos too, and the sync button keeps
-    // its state.
-    QCOMPARE(window_->model->rowCount(), 0);
-    QCOMPARE(window_->undo_tags.keys(), files);
-    QVERIFY(window_->sync_button->isEnabled());
-    QVERIFY(window_->undo_button->isEnabled());
-    for (const QString &file : files) {
-        QVERIFY2(!vn::exiftool::read_tags(file, true).contains("GPS:GPSLatitude"),
-                 qPrintable(file));
-    }
-    window_->on_undo_clicked();
-    for (const QString &file : files)
-        QCOMPARE(state_difference(states[file], gps_state(file)), QString());
 }
 
 void tst_flows::unwritable_positions_data()
