@@ -79,6 +79,13 @@ exif_tag_map position_values(const QString &lat, const QString &lat_ref, const Q
             {"gps_lon_ref", lon_ref},     {"gps_numerical", lat + ", " + lon}};
 }
 
+// lat|lat_ref|lon|lon_ref|lat_numerical|lon_numerical
+QString fields(const gps_pos &p)
+{
+    return QStringList({p.lat, p.lat_ref, p.lon, p.lon_ref, p.lat_numerical, p.lon_numerical})
+        .join('|');
+}
+
 } // namespace
 
 void tst_table_data_model::initTestCase()
@@ -341,11 +348,7 @@ void tst_table_data_model::user_position()
         QCOMPARE(model_->index(row, 2).data().toString(), "=  " + expected_text);
         const QVariant value = model_->index(row, 2).data(Qt::UserRole);
         QVERIFY(value.canConvert<gps_pos>());
-        const gps_pos written = value.value<gps_pos>();
-        QCOMPARE(written.lat_numerical, typed.lat_numerical);
-        QCOMPARE(written.lon_numerical, typed.lon_numerical);
-        QCOMPARE(written.lat_ref, typed.lat_ref);
-        QCOMPARE(written.lon, typed.lon);
+        QCOMPARE(fields(value.value<gps_pos>()), fields(typed));
     }
 }
 
@@ -384,16 +387,8 @@ void tst_table_data_model::track_point_text()
     model_->gps_sync_order_changed(table_data_model::sync_gpx);
 
     QCOMPARE(model_->index(0, 2).data().toString(), "G  " + lat + ", " + lon);
-    const gps_pos written = model_->index(0, 2).data(Qt::UserRole).value<gps_pos>();
-    QCOMPARE(written.lat, lat);
-    QCOMPARE(written.lat_numerical, lat);
-    QCOMPARE(written.lon, lon);
-    QCOMPARE(written.lon_numerical, lon);
-    QCOMPARE(written.lat_ref, lat_ref);
-    QCOMPARE(written.lon_ref, lon_ref);
-    // The letters are those that end the formatted coordinate.
-    QCOMPARE(written.lat_ref, format_gps_coordinate(lat.toFloat(), true).right(1));
-    QCOMPARE(written.lon_ref, format_gps_coordinate(lon.toFloat(), false).right(1));
+    QCOMPARE(fields(model_->index(0, 2).data(Qt::UserRole).value<gps_pos>()),
+             QStringList({lat, lat_ref, lon, lon_ref, lat, lon}).join('|'));
     QVERIFY(model_->cache().value(path).from_gpx);
 }
 
@@ -411,13 +406,8 @@ void tst_table_data_model::copied_position_reaches_user_role()
     QCOMPARE(model_->index(0, 2).data().toString(), left_arrow + "  -48.137000, -11.575000");
     QVERIFY(!model_->index(0, 2).data(Qt::UserRole).isValid());
     QCOMPARE(model_->index(1, 2).data().toString(), up_arrow + "  -48.137000, -11.575000");
-    const gps_pos written = model_->index(1, 2).data(Qt::UserRole).value<gps_pos>();
-    QCOMPARE(written.lat, "-48.137000");
-    QCOMPARE(written.lat_ref, "S");
-    QCOMPARE(written.lon, "-11.575000");
-    QCOMPARE(written.lon_ref, "W");
-    QCOMPARE(written.lat_numerical, "-48.137000");
-    QCOMPARE(written.lon_numerical, "-11.575000");
+    QCOMPARE(fields(model_->index(1, 2).data(Qt::UserRole).value<gps_pos>()),
+             "-48.137000|S|-11.575000|W|-48.137000|-11.575000");
     QVERIFY(model_->has_quicktime_gps());
     QVERIFY(!model_->overwrites_gps());
 
@@ -425,8 +415,7 @@ void tst_table_data_model::copied_position_reaches_user_role()
     model_->gps_sync_order_changed(table_data_model::sync_following);
     const QVariant none = model_->index(1, 2).data(Qt::UserRole);
     QVERIFY(none.canConvert<gps_pos>());
-    QVERIFY(none.value<gps_pos>().lat.isEmpty());
-    QVERIFY(none.value<gps_pos>().lat_numerical.isEmpty());
+    QCOMPARE(fields(none.value<gps_pos>()), "|||||");
 }
 
 void tst_table_data_model::rebuild_signals()
