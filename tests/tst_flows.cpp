@@ -364,12 +364,15 @@ void tst_flows::write_and_undo_corpus()
     else
         QVERIFY(expected.size() > 5 && expected.size() < files.size());
 
-    for (const QString &name : unwritable_photos) {
-        if (expected.contains(root_ + '/' + name))
-            QTest::ignoreMessage(QtWarningMsg,
-                                 QRegularExpression("Failed to execute command on '.*" +
-                                                    QRegularExpression::escape(name)));
-    }
+    const auto expect_failures = [&] {
+        for (const QString &name : unwritable_photos) {
+            if (expected.contains(root_ + '/' + name))
+                QTest::ignoreMessage(QtWarningMsg,
+                                     QRegularExpression("Failed to execute command on '.*" +
+                                                        QRegularExpression::escape(name)));
+        }
+    };
+    expect_failures();
     if (mode == QLatin1String("remove"))
         window_->on_remove_gps_clicked();
     else
@@ -441,12 +444,7 @@ void tst_flows::write_and_undo_corpus()
         QVERIFY2(added.isEmpty(), qPrintable(name + ": " + QStringList(added.values()).join(", ")));
     }
 
-    for (const QString &name : unwritable_photos) {
-        if (expected.contains(root_ + '/' + name))
-            QTest::ignoreMessage(QtWarningMsg,
-                                 QRegularExpression("Failed to execute command on '.*" +
-                                                    QRegularExpression::escape(name)));
-    }
+    expect_failures();
     window_->on_undo_clicked();
     QVERIFY(window_->undo_tags.isEmpty());
     QVERIFY(!window_->undo_button->isEnabled());
