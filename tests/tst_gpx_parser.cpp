@@ -18,9 +18,6 @@ private slots:
     void corpus_file_data();
     void corpus_file();
 
-    void corpus_times_data();
-    void corpus_times();
-
     void rules_data();
     void rules();
 
@@ -91,24 +88,42 @@ void tst_gpx_parser::corpus_file_data()
     QTest::addColumn<int>("untimed_points"); // trkpt without a time
     QTest::addColumn<int>("waypoints");
     QTest::addColumn<QString>("printed_line"); // one line the file must print, or empty
+    QTest::addColumn<QString>("times");        // first and last track time, ISO text
 
-    QTest::addRow("single track") << "around-visnjan-with-car.gpx" << 1 << 104 << 0 << 0 << "";
+    QTest::addRow("single track") << "around-visnjan-with-car.gpx" << 1 << 104 << 0 << 0 << ""
+                                  << "2020-12-18T06:15:50Z 2020-12-18T06:24:24Z";
     QTest::addRow("named tracks and waypoints")
-        << "cerknicko-jezero.gpx" << 9 << 296 << 0 << 7 << "Track is named ACTIVE LOG #2";
-    QTest::addRow("many segments") << "tracks.gpx" << 3 << 1549 << 0 << 0 << "";
-    QTest::addRow("waypoints only") << "waypoints.gpx" << 1 << 0 << 0 << 18 << "";
-    QTest::addRow("route only") << "route.gpx" << 0 << 0 << 0 << 0 << "Unknown element found: rte";
-    QTest::addRow("mixed") << "gdal.gpx" << 4 << 4 << 4 << 2 << "Unknown element found: rte";
-    QTest::addRow("offsets") << "track-with-less-sec-time.gpx" << 1 << 2 << 0 << 0 << "";
-    QTest::addRow("untimed points") << "korita-zbevnica.gpx" << 5 << 871 << 358 << 2 << "";
-    QTest::addRow("extensions") << "garmin_with_extensions.gpx" << 1 << 3540 << 0 << 0 << "";
-    QTest::addRow("large") << "dg100.gpx" << 1 << 12027 << 0 << 0 << "";
-    QTest::addRow("seven fraction digits") << "Mojstrovka.gpx" << 1 << 184 << 0 << 0 << "";
-    QTest::addRow("local times") << "fitwrite-track.gpx" << 2 << 64 << 12 << 12 << "";
-    QTest::addRow("latin-1 declaration") << "iso8859-1encoded.gpx" << 1 << 0 << 0 << 8 << "";
-    QTest::addRow("byte order mark") << "unicode_with_bom.gpx" << 1 << 0 << 0 << 1 << "";
+        << "cerknicko-jezero.gpx" << 9 << 296 << 0 << 7 << "Track is named ACTIVE LOG #2"
+        << "";
+    QTest::addRow("many segments") << "tracks.gpx" << 3 << 1549 << 0 << 0 << ""
+                                   << "";
+    QTest::addRow("waypoints only") << "waypoints.gpx" << 1 << 0 << 0 << 18 << ""
+                                    << "";
+    QTest::addRow("route only") << "route.gpx" << 0 << 0 << 0 << 0 << "Unknown element found: rte"
+                                << "";
+    QTest::addRow("mixed") << "gdal.gpx" << 4 << 4 << 4 << 2 << "Unknown element found: rte"
+                           << "";
+    QTest::addRow("offsets with milliseconds")
+        << "track-with-less-sec-time.gpx" << 1 << 2 << 0 << 0 << ""
+        << "2015-12-11T15:43:13+01:00 2015-12-11T15:43:13.994+01:00";
+    QTest::addRow("untimed points") << "korita-zbevnica.gpx" << 5 << 871 << 358 << 2 << ""
+                                    << "";
+    QTest::addRow("extensions") << "garmin_with_extensions.gpx" << 1 << 3540 << 0 << 0 << ""
+                                << "";
+    QTest::addRow("large, three months") << "dg100.gpx" << 1 << 12027 << 0 << 0 << ""
+                                         << "2020-02-14T18:04:30Z 2020-05-08T15:34:22Z";
+    QTest::addRow("1901, seven fraction digits")
+        << "Mojstrovka.gpx" << 1 << 184 << 0 << 0 << ""
+        << "1901-12-13T20:45:52.207Z 1901-12-13T20:45:52.207Z";
+    QTest::addRow("no zone is local time") << "fitwrite-track.gpx" << 2 << 64 << 12 << 12 << ""
+                                           << "2002-05-25T17:06:21.250 2002-05-25T18:52:56.980";
+    QTest::addRow("latin-1 declaration") << "iso8859-1encoded.gpx" << 1 << 0 << 0 << 8 << ""
+                                         << "";
+    QTest::addRow("byte order mark") << "unicode_with_bom.gpx" << 1 << 0 << 0 << 1 << ""
+                                     << "";
     QTest::addRow("comments in a segment")
-        << "gpx-with-node-with-comments.gpx" << 1 << 1 << 0 << 0 << "";
+        << "gpx-with-node-with-comments.gpx" << 1 << 1 << 0 << 0 << ""
+        << "";
 }
 
 void tst_gpx_parser::corpus_file()
@@ -119,24 +134,25 @@ void tst_gpx_parser::corpus_file()
     QFETCH(int, untimed_points);
     QFETCH(int, waypoints);
     QFETCH(QString, printed_line);
+    QFETCH(QString, times);
 
     stream_capture out;
     const gpx_parser parser(corpus(file));
     QCOMPARE(parser.tracks.size(), track_count);
 
     const int real_tracks = track_count - (waypoints > 0 ? 1 : 0);
-    int points = 0;
     int untimed = 0;
+    QList<QDateTime> timed;
     for (int i = 0; i < real_tracks; ++i) {
         for (const gpx_point &point : parser.tracks.at(i).points) {
-            ++points;
-            if (!point.time.isValid())
+            if (point.time.isValid())
+                timed << point.time;
+            else
                 ++untimed;
-            QVERIFY(!point.lat.isEmpty());
-            QVERIFY(!point.lon.isEmpty());
+            QVERIFY(!point.lat.isEmpty() && !point.lon.isEmpty());
         }
     }
-    QCOMPARE(points, track_points);
+    QCOMPARE(timed.size() + untimed, track_points);
     QCOMPARE(untimed, untimed_points);
     if (waypoints > 0) {
         QCOMPARE(parser.tracks.last().name, QStringLiteral("Waypoints"));
@@ -145,57 +161,16 @@ void tst_gpx_parser::corpus_file()
     if (!printed_line.isEmpty())
         QVERIFY2(out.text().split(QLatin1Char('\n')).contains(printed_line),
                  qPrintable(out.text()));
-}
-
-void tst_gpx_parser::corpus_times_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QDateTime>("first");
-    QTest::addColumn<QDateTime>("last");
-
-    QTest::addRow("Z") << "around-visnjan-with-car.gpx"
-                       << QDateTime(QDate(2020, 12, 18), QTime(6, 15, 50), Qt::UTC)
-                       << QDateTime(QDate(2020, 12, 18), QTime(6, 24, 24), Qt::UTC);
-    QTest::addRow("offset with milliseconds")
-        << "track-with-less-sec-time.gpx"
-        << QDateTime(QDate(2015, 12, 11), QTime(15, 43, 13), Qt::OffsetFromUTC, 3600)
-        << QDateTime(QDate(2015, 12, 11), QTime(15, 43, 13, 994), Qt::OffsetFromUTC, 3600);
-    QTest::addRow("1901, seven fraction digits")
-        << "Mojstrovka.gpx" << QDateTime(QDate(1901, 12, 13), QTime(20, 45, 52, 207), Qt::UTC)
-        << QDateTime(QDate(1901, 12, 13), QTime(20, 45, 52, 207), Qt::UTC);
-    QTest::addRow("no zone is local time")
-        << "fitwrite-track.gpx"
-        << QDateTime(QDate(2002, 5, 25), QTime(17, 6, 21, 250), Qt::LocalTime)
-        << QDateTime(QDate(2002, 5, 25), QTime(18, 52, 56, 980), Qt::LocalTime);
-    QTest::addRow("three months") << "dg100.gpx"
-                                  << QDateTime(QDate(2020, 2, 14), QTime(18, 4, 30), Qt::UTC)
-                                  << QDateTime(QDate(2020, 5, 8), QTime(15, 34, 22), Qt::UTC);
-}
-
-void tst_gpx_parser::corpus_times()
-{
-    QFETCH(QString, file);
-    QFETCH(QDateTime, first);
-    QFETCH(QDateTime, last);
-
-    stream_capture out;
-    const gpx_parser parser(corpus(file));
-    QVERIFY(!parser.tracks.isEmpty());
-    QList<QDateTime> times;
-    for (const gpx_track &track : parser.tracks) {
-        if (track.name == QLatin1String("Waypoints"))
-            continue;
-        for (const gpx_point &point : track.points) {
-            if (point.time.isValid())
-                times << point.time;
-        }
-    }
-    QVERIFY(!times.isEmpty());
+    if (times.isEmpty())
+        return;
     // Same instant and the same kind of zone as the text said.
-    QCOMPARE(times.first(), first);
-    QCOMPARE(times.first().timeSpec(), first.timeSpec());
-    QCOMPARE(times.last(), last);
-    QCOMPARE(times.last().offsetFromUtc(), last.offsetFromUtc());
+    const QDateTime first = QDateTime::fromString(times.section(' ', 0, 0), Qt::ISODateWithMs);
+    const QDateTime last = QDateTime::fromString(times.section(' ', 1), Qt::ISODateWithMs);
+    QVERIFY(first.isValid() && last.isValid());
+    QCOMPARE(timed.first(), first);
+    QCOMPARE(timed.first().timeSpec(), first.timeSpec());
+    QCOMPARE(timed.last(), last);
+    QCOMPARE(timed.last().offsetFromUtc(), last.offsetFromUtc());
 }
 
 void tst_gpx_parser::rules_data()
