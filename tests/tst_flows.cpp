@@ -62,7 +62,6 @@ private:
 
     QString copy_photo(const QString &name, const QString &as = QString());
     QString write_gpx(const QString &name, const QByteArray &content);
-    void load(const QStringList &files);
     void answer_all(QMessageBox::StandardButton answer, int no_at = -1);
     void use_track(const QString &gpx_file);
 
@@ -265,11 +264,6 @@ QString tst_flows::write_gpx(const QString &name, const QByteArray &content)
     return file.fileName();
 }
 
-void tst_flows::load(const QStringList &files)
-{
-    window_->load_files(files);
-}
-
 // Every question gets `answer`, except the one at index `no_at`, which
 // gets No.
 void tst_flows::answer_all(QMessageBox::StandardButton answer, int no_at)
@@ -344,7 +338,7 @@ void tst_flows::write_and_undo_corpus()
         window_->closest_radio->click();
         window_->max_time_edit->setText(QString());
     }
-    load(files);
+    window_->load_files(files);
     table_data_model *model = window_->model;
     QCOMPARE(model->rowCount(), files.size());
     QVERIFY(model->has_quicktime_gps()); // with-gps.mov
@@ -514,7 +508,7 @@ void tst_flows::questions()
         window_->closest_radio->click();
     }
     window_->max_time_edit->setText(QString());
-    load(files);
+    window_->load_files(files);
     // A record from an earlier write, which "No" must leave in place.
     const QString earlier_file = root_ + "/earlier.jpg";
     const exif_tag_map earlier = {{"GPSLatitude", "1 deg 0' 0.00\" N"}};
@@ -631,7 +625,7 @@ void tst_flows::unwritable_positions()
     const exif_tag_map bad_state = gps_state(bad);
     use_track(write_gpx("one.gpx", one_point_gpx(lat, "-45.25")));
     window_->gpx_max_time_edit->setText(QString());
-    load({bad});
+    window_->load_files({bad});
 
     if (!written)
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Not writing '.*Canon_40D.jpg'"));
@@ -663,7 +657,7 @@ void tst_flows::files_changed_after_loading()
     window_->position_radio->click();
     window_->latitude_edit->setText("33.5");
     window_->longitude_edit->setText("-7.25");
-    load({gone, read_only, folder, truncated, good, good2});
+    window_->load_files({gone, read_only, folder, truncated, good, good2});
     QCOMPARE(window_->model->rowCount(), 6);
     const exif_tag_map good_state = gps_state(good);
     const exif_tag_map good2_state = gps_state(good2);
@@ -733,7 +727,7 @@ void tst_flows::exiftool_killed_during_sync()
     window_->position_radio->click();
     window_->latitude_edit->setText("-33.75");
     window_->longitude_edit->setText("151.5");
-    load(files);
+    window_->load_files(files);
 
     QList<qint64> killed;
     QProgressBar *bar = window_->sync_progress->findChild<QProgressBar *>();
