@@ -37,11 +37,9 @@ private slots:
 
     void load_data();
     void load();
-    void loads_add_up_and_resort();
-    void clear_list();
-    void file_open_event_data();
-    void file_open_event();
-    void drop_on_window();
+    void load_more_and_clear();
+    void open_or_drop_data();
+    void open_or_drop();
     void drop_during_load_waits();
     void close_during_load_waits();
     void bad_input();
@@ -184,7 +182,9 @@ void tst_mainwindow::load()
     }
 }
 
-void tst_mainwindow::loads_add_up_and_resort()
+// Loads add up and sort again; clearing empties table and cache, and a file
+// loaded after it is read afresh.
+void tst_mainwindow::load_more_and_clear()
 {
     const QString newest = copy_photo("DSCN0010.jpg");
     const QString oldest = copy_photo("Olympus_C8080WZ.jpg");
@@ -193,13 +193,6 @@ void tst_mainwindow::loads_add_up_and_resort()
     window_->load_files({oldest, middle});
     QCOMPARE(row_files(*window_),
              (QStringList{"Olympus_C8080WZ.jpg", "Canon_40D.jpg", "DSCN0010.jpg"}));
-}
-
-void tst_mainwindow::clear_list()
-{
-    const QString photo = copy_photo("DSCN0010.jpg");
-    window_->load_files({photo});
-    QCOMPARE(window_->model->rowCount(), 1);
     QVERIFY(window_->sync_button->isEnabled());
     QSignalSpy rebuilt(window_->model, &table_data_model::cache_rebuilt);
 
@@ -212,58 +205,60 @@ void tst_mainwindow::clear_list()
     QVERIFY(exif_cache::instance()->group_tags.isEmpty());
     QCOMPARE(rebuilt.count(), 1);
     QCOMPARE(rebuilt.first(), (QList<QVariant>{0, 0, 0}));
-    // A file loaded after clearing is read afresh.
-    window_->load_files({photo});
+    window_->load_files({newest});
     QCOMPARE(window_->model->rowCount(), 1);
-    QVERIFY(exif_cache::instance()->tags.contains(photo));
+    QVERIFY(exif_cache::instance()->tags.contains(newest));
 }
 
-void tst_mainwindow::file_open_event_data()
+void tst_mainwindow::open_or_drop_data()
 {
-    QTest::addColumn<QString>("opened"); // relative to the test folder
+    QTest::addColumn<bool>("drop");
+    QTest::addColumn<QStringList>("opened"); // relative to the test folder, or a web link
     QTest::addColumn<QStringList>("expected");
-    QTest::addRow("file") << "folder/DSCN0010.jpg" << QStringList{"DSCN0010.jpg"};
+    QTest::addRow("open file") << false << QStringList{"folder/DSCN0010.jpg"}
+                               << QStringList{"DSCN0010.jpg"};
     // Only the supported files directly in the folder.
-    QTest::addRow("folder") << "folder" << QStringList{"Canon_40D.jpg", "DSCN0010.jpg"};
-    QTest::addRow("missing file") << "folder/gone.jpg" << QStringList{};
+    QTest::addRow("open folder") << false << QStringList{"folder"}
+                                 << QStringList{"Canon_40D.jpg", "DSCN0010.jpg"};
+    QTest::addRow("open missing file") << false << QStringList{"folder/gone.jpg"} << QStringList{};
+    QTest::addRow("drop folder, file and web link")
+        << true
+        << QStringList{"folder", "folder/sub/Pentax_K10D.jpg", "https://example.org/photo.jpg"}
+        << QStringList{"Pentax_K10D.jpg", "Canon_40D.jpg", "DSCN0010.jpg"};
 }
 
-void tst_mainwindow::file_open_event()
+void tst_mainwindow::open_or_drop()
 {
-    QFETCH(QString, opened);
+    QFETCH(bool, drop);
+    QFETCH(QStringList, opened);
     QFETCH(QStringList, expected);
     QVERIFY(!copy_photo("DSCN0010.jpg", "folder/DSCN0010.jpg").isEmpty());
     QVERIFY(!copy_photo("Canon_40D.jpg", "folder/Canon_40D.jpg").isEmpty());
     QVERIFY(!copy_photo("Pentax_K10D.jpg", "folder/sub/Pentax_K10D.jpg").isEmpty());
-    QFile notes(root_ + "/folder/notes.txt");
-    QVERIFY(notes.open(QIODevice::WriteOnly));
-    notes.close();
+    QVERIFY(QFile(root_ + "/folder/notes.txt").open(QIODevice::WriteOnly));
 
-    QFileOpenEvent event(root_ + '/' + opened);
-    QVERIFY(QApplication::sendEvent(window_, &event));
-
+    if (drop) {
+        QList<QUrl> urls;
+        for (const QString &entry : qAsConst(opened))
+            urls << (entry.contains("://") ? QUrl(entry)
+                                           : QUrl::fromLocalFile(root_ + '/' + entry));
+        QMimeData mime;
+        mime.setUrls(urls);
+        QDragEnterEvent enter(QPoint(150, 150), Qt::CopyAction, &mime, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(window_->drop_widget, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop_event(QPointF(150, 150), Qt::CopyAction, &mime, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(window_->drop_widget, &drop_event);
+        // A drop doesn't move the folder in which the file dialog opens.
+        QVERIFY(!QSettings().contains(QStringLiteral("last_image_load_path")));
+    } else {
+        QFileOpenEvent event(root_ + '/' + opened.first());
+        QVERIFY(QApplication::sendEvent(window_, &event));
+    }
     QCOMPARE(row_files(*window_), expected);
     QCOMPARE(window_->sync_button->isEnabled(), !expected.isEmpty());
-}
-
-void tst_mainwindow::drop_on_window()
-{
-    QVERIFY(!copy_photo("DSCN0010.jpg", "folder/DSCN0010.jpg").isEmpty());
-    QVERIFY(!copy_photo("Pentax_K10D.jpg", "folder/sub/Pentax_K10D.jpg").isEmpty());
-    const QString single = copy_photo("Canon_40D.jpg");
-    QMimeData mime;
-    mime.setUrls({QUrl::fromLocalFile(root_ + "/folder"), QUrl::fromLocalFile(single),
-                  QUrl(QStringLiteral("https://example.org/photo.jpg"))});
-
-    QDragEnterEvent enter(QPoint(150, 150), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window_->drop_widget, &enter);
-    QVERIFY(enter.isAccepted());
-    QDropEvent drop(QPointF(150, 150), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window_->drop_widget, &drop);
-
-    QCOMPARE(row_files(*window_), (QStringList{"Canon_40D.jpg", "DSCN0010.jpg"}));
-    // A drop doesn't move the folder in which the file dialog opens.
-    QVERIFY(!QSettings().contains(QStringLiteral("last_image_load_path")));
 }
 
 void tst_mainwindow::drop_during_load_waits()
