@@ -41,9 +41,6 @@ private slots:
     void questions_data();
     void questions();
 
-    void remove_questions_data();
-    void remove_questions();
-
     void unwritable_positions_data();
     void unwritable_positions();
 
@@ -65,7 +62,6 @@ private:
 
     QString copy_photo(const QString &name, const QString &as = QString());
     QString write_gpx(const QString &name, const QByteArray &content);
-    void load(const QStringList &files);
     void answer_all(QMessageBox::StandardButton answer, int no_at = -1);
     void use_track(const QString &gpx_file);
 
@@ -268,11 +264,6 @@ QString tst_flows::write_gpx(const QString &name, const QByteArray &content)
     return file.fileName();
 }
 
-void tst_flows::load(const QStringList &files)
-{
-    window_->load_files(files);
-}
-
 // Every question gets `answer`, except the one at index `no_at`, which
 // gets No.
 void tst_flows::answer_all(QMessageBox::StandardButton answer, int no_at)
@@ -347,7 +338,7 @@ void tst_flows::write_and_undo_corpus()
         window_->closest_radio->click();
         window_->max_time_edit->setText(QString());
     }
-    load(files);
+    window_->load_files(files);
     table_data_model *model = window_->model;
     QCOMPARE(model->rowCount(), files.size());
     QVERIFY(model->has_quicktime_gps()); // with-gps.mov
@@ -367,12 +358,15 @@ void tst_flows::write_and_undo_corpus()
     else
         QVERIFY(expected.size() > 5 && expected.size() < files.size());
 
-    for (const QString &name : unwritable_photos) {
-        if (expected.contains(root_ + '/' + name))
-            QTest::ignoreMessage(QtWarningMsg,
-                                 QRegularExpression("Failed to execute command on '.*" +
-                                                    QRegularExpression::escape(name)));
-    }
+    const auto expect_failures = [&] {
+        for (const QString &name : unwritable_photos) {
+            if (expected.contains(root_ + '/' + name))
+                QTest::ignoreMessage(QtWarningMsg,
+                                     QRegularExpression("Failed to execute command on '.*" +
+                                                        QRegularExpression::escape(name)));
+        }
+    };
+    expect_failures();
     if (mode == QLatin1String("remove"))
         window_->on_remove_gps_clicked();
     else
@@ -444,12 +438,7 @@ void tst_flows::write_and_undo_corpus()
         QVERIFY2(added.isEmpty(), qPrintable(name + ": " + QStringList(added.values()).join(", ")));
     }
 
-    for (const QString &name : unwritable_photos) {
-        if (expected.contains(root_ + '/' + name))
-            QTest::ignoreMessage(QtWarningMsg,
-                                 QRegularExpression("Failed to execute command on '.*" +
-                                                    QRegularExpression::escape(name)));
-    }
+    expect_failures();
     window_->on_undo_clicked();
     QVERIFY(window_->undo_tags.isEmpty());
     QVERIFY(!window_->undo_button->isEnabled());
@@ -472,6 +461,7 @@ void tst_flows::questions_data()
     QTest::addColumn<QStringList>("expected_yes_texts");
 
     const QStringList mixed = {"Canon_40D.jpg", "DSCN0010.jpg", "with-gps.mov"};
+    const QStringList two = {"Canon_40D.jpg", "DSCN0010.jpg"};
     // Canon_40D is the earliest photo and has no previous source: a "?" row.
     QTest::addRow("unassigned, No") << "previous" << mixed << 0 << QStringList({"Continue anyway"});
     QTest::addRow("unassigned, No to QuickTime")
@@ -482,8 +472,14 @@ void tst_flows::questions_data()
     QTest::addRow("overwrite, No") << "typed" << mixed << 0 << QStringList({"Continue"});
     QTest::addRow("overwrite and QuickTime, Yes")
         << "typed" << mixed << -1 << QStringList({"Continue", "Continue"});
-    QTest::addRow("nothing to ask")
-        << "closest" << QStringList({"Canon_40D.jpg", "DSCN0010.jpg"}) << -1 << QStringList();
+    QTest::addRow("nothing to ask") << "closest" << two << -1 << QStringList();
+    // Removing asks plainly first (Yes and No, no default), then about QuickTime.
+    QTest::addRow("remove, No") << "remove" << mixed << 0 << QStringList({""});
+    QTest::addRow("remove, No to QuickTime")
+        << "remove" << mixed << 1 << QStringList({"", "Continue"});
+    QTest::addRow("remove, Yes to both")
+        << "remove" << mixed << -1 << QStringList({"", "Continue"});
+    QTest::addRow("remove photos only") << "remove" << two << -1 << QStringList({""});
 }
 
 void tst_flows::questions()
@@ -493,6 +489,7 @@ void tst_flows::questions()
     QFETCH(int, no_at);
     QFETCH(QStringList, expected_yes_texts);
 
+    const bool remove = mode == QLatin1String("remove");
     QStringList files;
     QMap<QString, QByteArray> hashes;
     QMap<QString, exif_tag_map> states;
@@ -511,40 +508,52 @@ void tst_flows::questions()
         window_->closest_radio->click();
     }
     window_->max_time_edit->setText(QString());
-    load(files);
+    window_->load_files(files);
     // A record from an earlier write, which "No" must leave in place.
+    const QString earlier_file = root_ + "/earlier.jpg";
     const exif_tag_map earlier = {{"GPSLatitude", "1 deg 0' 0.00\" N"}};
-    window_->undo_tags.insert(root_ + "/earlier.jpg", earlier);
+    window_->undo_tags.insert(earlier_file, earlier);
     window_->undo_button->setEnabled(true);
     answer_all(QMessageBox::Yes, no_at);
 
-    window_->on_sync_clicked();
+    if (remove)
+        window_->on_remove_gps_clicked();
+    else
+        window_->on_sync_clicked();
 
     QStringList yes_texts;
     for (const asked &a : qAsConst(asked_)) {
-        QCOMPARE(a.title, QStringLiteral("Continue?"));
-        QCOMPARE(a.default_button, QMessageBox::Yes);
+        QCOMPARE(a.title, remove ? QStringLiteral("Confirm") : QStringLiteral("Continue?"));
         yes_texts << a.yes_text;
     }
     QCOMPARE(yes_texts, expected_yes_texts);
     if (!asked_.isEmpty()) {
         const QString first = asked_.first().text;
-        QCOMPARE(first,
-                 mode == QLatin1String("typed")
-                     ? QStringLiteral(
-                           "Some loaded images already had GPS data which would be overwritten")
-                     : QStringLiteral("Could not assign a GPS position to all files using the "
-                                      "current assignment mode"));
-        QCOMPARE(asked_.first().no_text,
-                 mode == QLatin1String("typed")
-                     ? QStringLiteral("Abort")
-                     : QStringLiteral("Select a different assignment mode"));
+        if (remove)
+            QCOMPARE(first, QStringLiteral("Do you really want to delete all GPS information from "
+                                           "all currently loaded (%1) images?")
+                                .arg(files.size()));
+        else if (mode == QLatin1String("typed"))
+            QCOMPARE(first, QStringLiteral("Some loaded images already had GPS data which would "
+                                           "be overwritten"));
+        else
+            QCOMPARE(first, QStringLiteral("Could not assign a GPS position to all files using "
+                                           "the current assignment mode"));
+        QCOMPARE(asked_.first().default_button, remove ? QMessageBox::NoButton : QMessageBox::Yes);
+        if (mode == QLatin1String("previous"))
+            QCOMPARE(asked_.first().no_text, QStringLiteral("Select a different assignment mode"));
+        if (mode == QLatin1String("typed"))
+            QCOMPARE(asked_.first().no_text, QStringLiteral("Abort"));
+        if (asked_.size() > 1) {
+            QVERIFY(asked_.at(1).text.startsWith("QuickTime GPS coordinates are read only"));
+            QCOMPARE(asked_.at(1).no_text, QStringLiteral("Abort"));
+        }
     }
 
     if (no_at >= 0) {
         QCOMPARE(window_->model->rowCount(), files.size());
-        QCOMPARE(window_->undo_tags.size(), 1);
-        QCOMPARE(window_->undo_tags.value(root_ + "/earlier.jpg"), earlier);
+        QCOMPARE(window_->undo_tags.keys(), QStringList({earlier_file}));
+        QCOMPARE(window_->undo_tags.value(earlier_file), earlier);
         QVERIFY(window_->undo_button->isEnabled());
         QVERIFY(window_->sync_button->isEnabled());
         for (const QString &file : files)
@@ -552,26 +561,31 @@ void tst_flows::questions()
         return;
     }
     QCOMPARE(window_->model->rowCount(), 0);
-    QVERIFY(!window_->undo_tags.contains(root_ + "/earlier.jpg"));
-    QVERIFY(!window_->sync_button->isEnabled());
+    QVERIFY(!window_->undo_tags.contains(earlier_file));
+    // Removing leaves the sync button as it was.
+    QCOMPARE(window_->sync_button->isEnabled(), remove);
     QVERIFY(window_->undo_button->isEnabled());
     // In the photo modes the source photos are neither written nor recorded.
-    if (mode != QLatin1String("typed")) {
+    if (mode == QLatin1String("previous") || mode == QLatin1String("closest")) {
         QCOMPARE(window_->undo_tags.keys(), QStringList({files.first()}));
         for (const QString &source : files.mid(1))
             QVERIFY2(file_hash(source) == hashes[source], qPrintable(source));
     } else {
-        QCOMPARE(window_->undo_tags.size(), files.size());
+        QCOMPARE(window_->undo_tags.keys(), files);
     }
     if (mode == QLatin1String("previous")) {
         const exif_tag_map plain = vn::exiftool::read_tags(files.first(), false);
         QVERIFY(!plain.contains("GPSLatitude") && !plain.contains("GPSLatitudeRef"));
         QCOMPARE(plain.value("GPSVersionID"), QStringLiteral("2.2.0.0"));
     }
-    // A typed position replaces the old one whole: DSCN0010's satellite
-    // count goes, and comes back with the undo.
-    if (mode == QLatin1String("typed"))
+    // A typed position replaces the old one whole, and removing takes it
+    // all: DSCN0010's satellite count goes, and comes back with the undo.
+    if (mode == QLatin1String("typed") || remove)
         QVERIFY(!gps_state(files.at(1)).contains("GPS:GPSSatellites"));
+    if (remove) {
+        for (const QString &file : files)
+            QVERIFY2(!gps_state(file).contains("GPS:GPSLatitude"), qPrintable(file));
+    }
     QVERIFY(!window_->sync_progress->isVisible());
     window_->on_undo_clicked();
     QVERIFY(!window_->sync_progress->isVisible());
@@ -582,77 +596,6 @@ void tst_flows::questions()
     window_->on_undo_clicked();
     QVERIFY(!window_->sync_progress->isVisible());
     QCOMPARE(gps_state(files.at(1)).value("GPS:GPSSatellites"), QStringLiteral("06"));
-}
-
-void tst_flows::remove_questions_data()
-{
-    QTest::addColumn<QStringList>("photos");
-    QTest::addColumn<int>("no_at");
-    QTest::addColumn<int>("expected_questions");
-
-    const QStringList with_video = {"DSCN0010.jpg", "Kodak_CX7530.jpg", "with-gps.mov"};
-    QTest::addRow("No to the confirmation") << with_video << 0 << 1;
-    QTest::addRow("No to QuickTime") << with_video << 1 << 2;
-    QTest::addRow("Yes to both") << with_video << -1 << 2;
-    QTest::addRow("photos only") << QStringList({"DSCN0010.jpg", "Kodak_CX7530.jpg"}) << -1 << 1;
-}
-
-void tst_flows::remove_questions()
-{
-    QFETCH(QStringList, photos);
-    QFETCH(int, no_at);
-    QFETCH(int, expected_questions);
-
-    QStringList files;
-    QMap<QString, QByteArray> hashes;
-    QMap<QString, exif_tag_map> states;
-    for (const QString &name : photos) {
-        files << copy_photo(name);
-        hashes[files.last()] = file_hash(files.last());
-        states[files.last()] = gps_state(files.last());
-    }
-    window_->closest_radio->click();
-    load(files);
-    const exif_tag_map earlier = {{"GPSLatitude", "1 deg 0' 0.00\" N"}};
-    window_->undo_tags.insert(root_ + "/earlier.jpg", earlier);
-    answer_all(QMessageBox::Yes, no_at);
-
-    window_->on_remove_gps_clicked();
-
-    QCOMPARE(asked_.size(), expected_questions);
-    QCOMPARE(asked_.first().title, QStringLiteral("Confirm"));
-    QCOMPARE(asked_.first().text,
-             QStringLiteral("Do you really want to delete all GPS information from all currently "
-                            "loaded (%1) images?")
-                 .arg(files.size()));
-    QCOMPARE(asked_.first().yes_text, QString()); // plain Yes and No
-    QCOMPARE(asked_.first().default_button, QMessageBox::NoButton);
-    if (expected_questions == 2) {
-        QCOMPARE(asked_.at(1).title, QStringLiteral("Confirm"));
-        QVERIFY(asked_.at(1).text.startsWith("QuickTime GPS coordinates are read only"));
-        QCOMPARE(asked_.at(1).yes_text, QStringLiteral("Continue"));
-        QCOMPARE(asked_.at(1).no_text, QStringLiteral("Abort"));
-    }
-    if (no_at >= 0) {
-        QCOMPARE(window_->model->rowCount(), files.size());
-        QCOMPARE(window_->undo_tags.keys(), QStringList({root_ + "/earlier.jpg"}));
-        for (const QString &file : files)
-            QVERIFY2(file_hash(file) == hashes[file], qPrintable(file));
-        return;
-    }
-    // Every row is written, source photos too, and the sync button keeps
-    // its state.
-    QCOMPARE(window_->model->rowCount(), 0);
-    QCOMPARE(window_->undo_tags.keys(), files);
-    QVERIFY(window_->sync_button->isEnabled());
-    QVERIFY(window_->undo_button->isEnabled());
-    for (const QString &file : files) {
-        QVERIFY2(!vn::exiftool::read_tags(file, true).contains("GPS:GPSLatitude"),
-                 qPrintable(file));
-    }
-    window_->on_undo_clicked();
-    for (const QString &file : files)
-        QCOMPARE(state_difference(states[file], gps_state(file)), QString());
 }
 
 void tst_flows::unwritable_positions_data()
@@ -682,7 +625,7 @@ void tst_flows::unwritable_positions()
     const exif_tag_map bad_state = gps_state(bad);
     use_track(write_gpx("one.gpx", one_point_gpx(lat, "-45.25")));
     window_->gpx_max_time_edit->setText(QString());
-    load({bad});
+    window_->load_files({bad});
 
     if (!written)
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Not writing '.*Canon_40D.jpg'"));
@@ -714,7 +657,7 @@ void tst_flows::files_changed_after_loading()
     window_->position_radio->click();
     window_->latitude_edit->setText("33.5");
     window_->longitude_edit->setText("-7.25");
-    load({gone, read_only, folder, truncated, good, good2});
+    window_->load_files({gone, read_only, folder, truncated, good, good2});
     QCOMPARE(window_->model->rowCount(), 6);
     const exif_tag_map good_state = gps_state(good);
     const exif_tag_map good2_state = gps_state(good2);
@@ -732,15 +675,22 @@ void tst_flows::files_changed_after_loading()
     const QByteArray truncated_hash = file_hash(truncated);
     const QByteArray inside_hash = file_hash(folder + "/inside.jpg");
 
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("isn't an existing file: '.*gone.jpg'"));
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression("isn't an existing file: '.*folder.jpg'"));
     const bool root_user = geteuid() == 0; // root writes a read-only file all the same
-    if (!root_user)
-        QTest::ignoreMessage(QtWarningMsg,
-                             QRegularExpression("Failed to execute command on '.*read_only.jpg'"));
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression("Failed to execute command on '.*truncated.jpg'"));
+    // Each flow warns once per file it couldn't write.
+    const auto expect_failures = [root_user] {
+        for (const char *gone : {"gone", "folder"})
+            QTest::ignoreMessage(
+                QtWarningMsg,
+                QRegularExpression(QString("isn't an existing file: '.*%1.jpg'").arg(gone)));
+        for (const char *failed : {"read_only", "truncated"}) {
+            if (!root_user || qstrcmp(failed, "read_only") != 0)
+                QTest::ignoreMessage(
+                    QtWarningMsg,
+                    QRegularExpression(
+                        QString("Failed to execute command on '.*%1.jpg'").arg(failed)));
+        }
+    };
+    expect_failures();
     window_->on_sync_clicked();
 
     QVERIFY(file_hash(truncated) == truncated_hash);
@@ -753,14 +703,7 @@ void tst_flows::files_changed_after_loading()
              QStringLiteral("7 deg 15' 0.00\" W"));
     QCOMPARE(window_->undo_tags.size(), 6);
 
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("isn't an existing file: '.*gone.jpg'"));
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression("isn't an existing file: '.*folder.jpg'"));
-    if (!root_user)
-        QTest::ignoreMessage(QtWarningMsg,
-                             QRegularExpression("Failed to execute command on '.*read_only.jpg'"));
-    QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression("Failed to execute command on '.*truncated.jpg'"));
+    expect_failures();
     window_->on_undo_clicked();
     QCOMPARE(state_difference(good_state, gps_state(good)), QString());
     QCOMPARE(state_difference(good2_state, gps_state(good2)), QString());
@@ -784,7 +727,7 @@ void tst_flows::exiftool_killed_during_sync()
     window_->position_radio->click();
     window_->latitude_edit->setText("-33.75");
     window_->longitude_edit->setText("151.5");
-    load(files);
+    window_->load_files(files);
 
     QList<qint64> killed;
     QProgressBar *bar = window_->sync_progress->findChild<QProgressBar *>();
@@ -825,51 +768,35 @@ void tst_flows::gpx_tracks_data()
     QTest::addColumn<int>("expected_points");
     QTest::addColumn<QStringList>("expected_items_start");
 
-    QTest::addRow("one track, no question") << "around-visnjan-with-car.gpx" << QByteArray() << "-"
-                                            << "2020-12-18 07:24:29" << 104 << QStringList();
-    QTest::addRow("several tracks, one chosen")
-        << "korita-zbevnica.gpx" << QByteArray() << "ACTIVE LOG (176 Points)"
-        << "ACTIVE LOG" << 176
-        << QStringList({"Load all tracks", "03-OCT-10 (0 Points)", "03-OCT-10 #2 (358 Points)",
-                        "ACTIVE LOG (176 Points)", "ACTIVE LOG #2 (337 Points)",
-                        "Waypoints (2 Points)"});
-    QTest::addRow("several tracks, all merged")
-        << "cerknicko-jezero.gpx" << QByteArray() << "Load all tracks"
-        << "Merged Track" << 303
-        << QStringList({"Load all tracks", "ACTIVE LOG (0 Points)", "ACTIVE LOG #2 (173 Points)"});
-    QTest::addRow("several tracks, cancelled")
-        << "tracks.gpx" << QByteArray() << ""
-        << "" << 0
-        << QStringList({"Load all tracks", "First Track (389 Points)", "Second Track (299 Points)",
-                        "Third Track (861 Points)"});
-    QTest::addRow("three points label")
-        << "<made>.gpx"
-        << QByteArray("<gpx><trk><name>A</name><trkseg>"
-                      "<trkpt lat=\"1\" lon=\"1\"><time>2020-01-01T00:00:03Z</time></trkpt>"
-                      "<trkpt lat=\"2\" lon=\"1\"><time>2020-01-01T00:00:01Z</time></trkpt>"
-                      "<trkpt lat=\"3\" lon=\"1\"><time>2020-01-01T00:00:05Z</time></trkpt>"
-                      "</trkseg></trk><trk><name>B</name><trkseg>"
-                      "<trkpt lat=\"4\" lon=\"1\"><time>2020-01-01T00:00:02Z</time></trkpt>"
-                      "</trkseg></trk></gpx>")
-        << "Load all tracks"
-        << "Merged Track" << 4 << QStringList({"Load all tracks", "A (3 Points)", "B (1 Points)"});
-    QTest::addRow("huge single track")
-        << "dg100.gpx" << QByteArray() << "-"
-        << "DG-100 tracklog (2020/02/14 18:04:30)" << 12027 << QStringList();
-    QTest::addRow("route only") << "route.gpx" << QByteArray() << "-"
-                                << "" << 0 << QStringList();
-    QTest::addRow("empty file") << "<made>.gpx" << QByteArray() << "-"
-                                << "" << 0 << QStringList();
-    QTest::addRow("binary") << "<made>.gpx" << QByteArray("\x89PNG\r\n\x1a\n\0\0\xff\xfe", 12)
-                            << "-"
-                            << "" << 0 << QStringList();
-    QTest::addRow("truncated")
-        << "<made>.gpx"
-        << QByteArray("<?xml version=\"1.0\"?><gpx><trk><name>Cut</name><trkseg><trkpt lat=\"4")
-        << "-"
-        << "" << 0 << QStringList();
-    QTest::addRow("missing file") << "<none>.gpx" << QByteArray() << "-"
-                                  << "" << 0 << QStringList();
+    struct row
+    {
+        const char *tag, *file, *choice, *name;
+        int points;
+        const char *items; // joined by '|'
+    };
+    const QList<row> rows = {
+        {"one track, no question", "around-visnjan-with-car.gpx", "-", "2020-12-18 07:24:29", 104,
+         ""},
+        {"several tracks, one chosen", "korita-zbevnica.gpx", "ACTIVE LOG (176 Points)",
+         "ACTIVE LOG", 176,
+         "Load all tracks|03-OCT-10 (0 Points)|03-OCT-10 #2 (358 Points)|ACTIVE LOG (176 Points)|"
+         "ACTIVE LOG #2 (337 Points)|Waypoints (2 Points)"},
+        {"several tracks, all merged", "cerknicko-jezero.gpx", "Load all tracks", "Merged Track",
+         303, "Load all tracks|ACTIVE LOG (0 Points)|ACTIVE LOG #2 (173 Points)"},
+        {"several tracks, cancelled", "tracks.gpx", "", "", 0, "Load all tracks"},
+        {"route only", "route.gpx", "-", "", 0, ""},
+        {"empty file", "<made>.gpx", "-", "", 0, ""},
+        {"binary", "<made>.gpx", "-", "", 0, ""},
+        {"truncated", "<made>.gpx", "-", "", 0, ""},
+        {"missing file", "<none>.gpx", "-", "", 0, ""},
+    };
+    const QMap<QString, QByteArray> contents = {
+        {"binary", QByteArray("\x89PNG\r\n\x1a\n\0\0\xff\xfe", 12)},
+        {"truncated", "<?xml version=\"1.0\"?><gpx><trk><name>Cut</name><trkseg><trkpt lat=\"4"}};
+    for (const row &r : rows)
+        QTest::newRow(r.tag) << QString(r.file) << contents.value(r.tag) << QString(r.choice)
+                             << QString(r.name) << r.points
+                             << QString(r.items).split('|', Qt::SkipEmptyParts);
 }
 
 void tst_flows::gpx_tracks()

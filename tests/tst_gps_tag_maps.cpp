@@ -3,9 +3,6 @@
 
 #include <QTest>
 
-using tag_list = QList<QPair<QString, QString>>;
-Q_DECLARE_METATYPE(tag_list)
-
 class tst_gps_tag_maps : public QObject
 {
     Q_OBJECT
@@ -25,11 +22,12 @@ private slots:
 
 namespace {
 
-exif_tag_map to_map(const tag_list &list)
+// "Key=value;Key=value" as a map.
+exif_tag_map tag_map(const QString &spec)
 {
     exif_tag_map map;
-    for (const auto &entry : list)
-        map.insert(entry.first, entry.second);
+    for (const QString &pair : spec.split(';', Qt::SkipEmptyParts))
+        map.insert(pair.section('=', 0, 0), pair.section('=', 1));
     return map;
 }
 
@@ -69,10 +67,8 @@ void tst_gps_tag_maps::tag_lists()
 
     QCOMPARE(gps_tag_maps::xmp_gps_tags(),
              QStringList({"XMP:GPSLatitude", "XMP:GPSLongitude", "XMP:GPSAltitude"}));
-    QCOMPARE(gps_tag_maps::remove_tags(), to_map({{"GPS:all", ""},
-                                                  {"XMP:GPSLatitude", ""},
-                                                  {"XMP:GPSLongitude", ""},
-                                                  {"XMP:GPSAltitude", ""}}));
+    QCOMPARE(gps_tag_maps::remove_tags(),
+             tag_map("GPS:all=;XMP:GPSLatitude=;XMP:GPSLongitude=;XMP:GPSAltitude="));
 }
 
 void tst_gps_tag_maps::sync_tags_data()
@@ -80,25 +76,18 @@ void tst_gps_tag_maps::sync_tags_data()
     QTest::addColumn<gps_pos>("pos");
     QTest::addColumn<bool>("has_xmp_gps");
     QTest::addColumn<bool>("user_position");
-    QTest::addColumn<tag_list>("expected_extra"); // beside the four position tags
+    QTest::addColumn<QString>("expected_extra"); // beside the four position tags
 
     const gps_pos south_west = position("-19.178194", "S", "-46.501221", "W");
-    QTest::addRow("photo mode, no XMP") << south_west << false << false << tag_list();
-    QTest::addRow("photo mode, XMP GPS")
-        << south_west << true << false
-        << tag_list({{"XMP:GPSLatitude#", "-19.178194"}, {"XMP:GPSLongitude#", "-46.501221"}});
-
-    tag_list cleared;
-    for (const QString &name : gps_tag_maps::user_position_cleared_tags())
-        cleared << qMakePair(name, QString());
-    QTest::addRow("typed position, no XMP") << south_west << false << true << cleared;
-    tag_list cleared_xmp = cleared;
-    cleared_xmp << qMakePair(QStringLiteral("XMP:GPSLatitude#"), QStringLiteral("-19.178194"))
-                << qMakePair(QStringLiteral("XMP:GPSLongitude#"), QStringLiteral("-46.501221"))
-                << qMakePair(QStringLiteral("XMP:GPSAltitude"), QString());
-    QTest::addRow("typed position, XMP GPS") << south_west << true << true << cleared_xmp;
+    const QString xmp = "XMP:GPSLatitude#=-19.178194;XMP:GPSLongitude#=-46.501221";
+    QTest::addRow("photo mode, no XMP") << south_west << false << false << QString();
+    QTest::addRow("photo mode, XMP GPS") << south_west << true << false << xmp;
+    // the typed position empties the other 27 tags, and XMP's altitude
+    QTest::addRow("typed position, no XMP") << south_west << false << true << "cleared";
+    QTest::addRow("typed position, XMP GPS")
+        << south_west << true << true << "cleared;XMP:GPSAltitude=;" + xmp;
     // A row marked "?" hands an empty position: the write clears the tags.
-    QTest::addRow("empty position") << gps_pos() << false << false << tag_list();
+    QTest::addRow("empty position") << gps_pos() << false << false << QString();
 }
 
 void tst_gps_tag_maps::sync_tags()
@@ -106,9 +95,13 @@ void tst_gps_tag_maps::sync_tags()
     QFETCH(gps_pos, pos);
     QFETCH(bool, has_xmp_gps);
     QFETCH(bool, user_position);
-    QFETCH(tag_list, expected_extra);
+    QFETCH(QString, expected_extra);
 
-    exif_tag_map expected = to_map(expected_extra);
+    exif_tag_map expected = tag_map(expected_extra);
+    if (expected.remove("cleared")) {
+        for (const QString &name : gps_tag_maps::user_position_cleared_tags())
+            expected.insert(name, QString());
+    }
     expected.insert("GPSLatitude#", pos.lat_numerical);
     expected.insert("GPSLatitudeRef", pos.lat_ref);
     expected.insert("GPSLongitude#", pos.lon_numerical);
@@ -118,80 +111,64 @@ void tst_gps_tag_maps::sync_tags()
 
 void tst_gps_tag_maps::undo_tags_data()
 {
-    QTest::addColumn<tag_list>("grouped");
+    QTest::addColumn<QString>("grouped");
     QTest::addColumn<QString>("has_xmp_gps");
-    QTest::addColumn<tag_list>("expected_set"); // all other of the 32 tags are empty
+    QTest::addColumn<QString>("expected_set"); // all other of the 32 tags are empty
 
-    QTest::addRow("no GPS at all")
-        << tag_list({{"ExifIFD:DateTimeOriginal", "2008:10:22"}}) << "false" << tag_list();
+    QTest::addRow("no GPS at all") << "ExifIFD:DateTimeOriginal=2008:10:22"
+                                   << "false" << QString();
     // The GPS group's own texts; Composite's (with its letter and rounding)
     // are not taken.
-    QTest::addRow("EXIF GPS") << tag_list({{"GPS:GPSLatitude", "43 deg 28' 2.81\""},
-                                           {"GPS:GPSLatitudeRef", "North"},
-                                           {"GPS:GPSAltitude", "260.5606383 m"},
-                                           {"GPS:GPSImgDirectionRef", "Unknown ()"},
-                                           {"Composite:GPSLatitude", "43 deg 28' 2.81\" N"},
-                                           {"Composite:GPSAltitude", "260.5 m Above Sea Level"}})
+    QTest::addRow("EXIF GPS") << "GPS:GPSLatitude=43 deg 28' 2.81\";GPS:GPSLatitudeRef=North;"
+                                 "GPS:GPSAltitude=260.5606383 m;GPS:GPSImgDirectionRef=Unknown ();"
+                                 "Composite:GPSLatitude=43 deg 28' 2.81\" N;"
+                                 "Composite:GPSAltitude=260.5 m Above Sea Level"
                               << "false"
-                              << tag_list({{"GPSLatitude", "43 deg 28' 2.81\""},
-                                           {"GPSLatitudeRef", "North"},
-                                           {"GPSAltitude", "260.5606383 m"},
-                                           {"GPSImgDirectionRef", "Unknown ()"}});
+                              << "GPSLatitude=43 deg 28' 2.81\";GPSLatitudeRef=North;"
+                                 "GPSAltitude=260.5606383 m;GPSImgDirectionRef=Unknown ()";
     // GPS data of maker notes and QuickTime aren't EXIF tags of the file.
     QTest::addRow("maker note and QuickTime GPS")
-        << tag_list({{"FLIR:GPSLatitude", "34 deg 4' 31.53\" N"},
-                     {"FLIR:GPSLongitudeRef", "West"},
-                     {"Keys:GPSCoordinates", "32 deg 5' 34.44\" N, 34 deg 51' 43.20\" E"},
-                     {"Composite:GPSLatitude", "32 deg 5' 34.44\" N"}})
-        << "false" << tag_list();
+        << "FLIR:GPSLatitude=34 deg 4' 31.53\" N;FLIR:GPSLongitudeRef=West;"
+           "Keys:GPSCoordinates=32 deg 5' 34.44\" N, 34 deg 51' 43.20\" E;"
+           "Composite:GPSLatitude=32 deg 5' 34.44\" N"
+        << "false" << QString();
     QTest::addRow("XMP GPS, as the group read names it")
-        << tag_list({{"GPS:GPSLatitude", ""},
-                     {"GPS:GPSAltitude", "324.145 m"},
-                     {"XMP-exif:GPSLatitude", "48 deg 53' 19.41\" N"},
-                     {"XMP-exif:GPSLongitude", "21 deg 2' 35.70\" E"},
-                     {"XMP-exif:GPSAltitudeRef", "Above Sea Level"}})
+        << "GPS:GPSLatitude=;GPS:GPSAltitude=324.145 m;XMP-exif:GPSLatitude=48 deg 53' 19.41\" N;"
+           "XMP-exif:GPSLongitude=21 deg 2' 35.70\" E;XMP-exif:GPSAltitudeRef=Above Sea Level"
         << "true"
-        << tag_list({{"GPSAltitude", "324.145 m"},
-                     {"XMP:GPSLatitude", "48 deg 53' 19.41\" N"},
-                     {"XMP:GPSLongitude", "21 deg 2' 35.70\" E"},
-                     {"XMP:GPSAltitude", ""},
-                     {"XMP:GPSAltitudeRef", "Above Sea Level"}});
+        << "GPSAltitude=324.145 m;XMP:GPSLatitude=48 deg 53' 19.41\" N;XMP:GPSAltitude=;"
+           "XMP:GPSLongitude=21 deg 2' 35.70\" E;XMP:GPSAltitudeRef=Above Sea Level";
     // Without the flag the three position tags aren't recorded for XMP.
-    QTest::addRow("XMP flag false")
-        << tag_list({{"XMP-exif:GPSLatitude", ""}, {"XMP-exif:GPSMapDatum", "WGS-84"}}) << "false"
-        << tag_list({{"XMP:GPSMapDatum", "WGS-84"}});
+    QTest::addRow("XMP flag false") << "XMP-exif:GPSLatitude=;XMP-exif:GPSMapDatum=WGS-84"
+                                    << "false"
+                                    << "XMP:GPSMapDatum=WGS-84";
     QTest::addRow("first XMP group wins")
-        << tag_list({{"XMP-exif:GPSLatitude", "1 deg 0' 0.00\" N"},
-                     {"XMP-xxx:GPSLatitude", "2 deg 0' 0.00\" N"}})
+        << "XMP-exif:GPSLatitude=1 deg 0' 0.00\" N;XMP-xxx:GPSLatitude=2 deg 0' 0.00\" N"
         << "true"
-        << tag_list({{"XMP:GPSLatitude", "1 deg 0' 0.00\" N"},
-                     {"XMP:GPSLongitude", ""},
-                     {"XMP:GPSAltitude", ""}});
-    QTest::addRow("XMP-like group names that aren't XMP")
-        << tag_list({{"XMPx:GPSSpeed", "3"}, {"XMP-exif:NotGPS", "1"}}) << "false" << tag_list();
+        << "XMP:GPSLatitude=1 deg 0' 0.00\" N;XMP:GPSLongitude=;XMP:GPSAltitude=";
+    QTest::addRow("XMP-like group names that aren't XMP") << "XMPx:GPSSpeed=3;XMP-exif:NotGPS=1"
+                                                          << "false" << QString();
 }
 
 void tst_gps_tag_maps::undo_tags()
 {
-    QFETCH(tag_list, grouped);
+    QFETCH(QString, grouped);
     QFETCH(QString, has_xmp_gps);
-    QFETCH(tag_list, expected_set);
+    QFETCH(QString, expected_set);
 
     const QString file = QStringLiteral("/photos/a.jpg");
     exif_cache cache;
-    cache.group_tags.insert(file, to_map(grouped));
+    cache.group_tags.insert(file, tag_map(grouped));
     cache.values[file].insert("has_xmp_gps", has_xmp_gps);
     // The plain read holds Composite values under the same names; they must
     // not be the ones recorded.
-    cache.tags[file].insert("GPSLatitude", "99 deg 0' 0.00\" N");
-    cache.tags[file].insert("GPSSpeed", "12");
+    cache.tags[file] = tag_map("GPSLatitude=99 deg 0' 0.00\" N;GPSSpeed=12");
     cache.group_tags.insert("/photos/other.jpg", {{"GPS:GPSSpeed", "7"}});
 
     exif_tag_map expected;
     for (const QString &name : gps_tag_maps::gps_tags())
         expected.insert(name, QString());
-    for (const auto &entry : expected_set)
-        expected.insert(entry.first, entry.second);
+    expected.insert(tag_map(expected_set));
     QCOMPARE(gps_tag_maps::build_undo_tags(cache, file), expected);
 }
 

@@ -8,9 +8,6 @@
 #include <QTest>
 #include <QTranslator>
 
-#include <iostream>
-#include <sstream>
-
 class tst_gpx_parser : public QObject
 {
     Q_OBJECT
@@ -20,9 +17,6 @@ private slots:
 
     void corpus_file_data();
     void corpus_file();
-
-    void corpus_times_data();
-    void corpus_times();
 
     void rules_data();
     void rules();
@@ -94,24 +88,42 @@ void tst_gpx_parser::corpus_file_data()
     QTest::addColumn<int>("untimed_points"); // trkpt without a time
     QTest::addColumn<int>("waypoints");
     QTest::addColumn<QString>("printed_line"); // one line the file must print, or empty
+    QTest::addColumn<QString>("times");        // first and last track time, ISO text
 
-    QTest::addRow("single track") << "around-visnjan-with-car.gpx" << 1 << 104 << 0 << 0 << "";
+    QTest::addRow("single track") << "around-visnjan-with-car.gpx" << 1 << 104 << 0 << 0 << ""
+                                  << "2020-12-18T06:15:50Z 2020-12-18T06:24:24Z";
     QTest::addRow("named tracks and waypoints")
-        << "cerknicko-jezero.gpx" << 9 << 296 << 0 << 7 << "Track is named ACTIVE LOG #2";
-    QTest::addRow("many segments") << "tracks.gpx" << 3 << 1549 << 0 << 0 << "";
-    QTest::addRow("waypoints only") << "waypoints.gpx" << 1 << 0 << 0 << 18 << "";
-    QTest::addRow("route only") << "route.gpx" << 0 << 0 << 0 << 0 << "Unknown element found: rte";
-    QTest::addRow("mixed") << "gdal.gpx" << 4 << 4 << 4 << 2 << "Unknown element found: rte";
-    QTest::addRow("offsets") << "track-with-less-sec-time.gpx" << 1 << 2 << 0 << 0 << "";
-    QTest::addRow("untimed points") << "korita-zbevnica.gpx" << 5 << 871 << 358 << 2 << "";
-    QTest::addRow("extensions") << "garmin_with_extensions.gpx" << 1 << 3540 << 0 << 0 << "";
-    QTest::addRow("large") << "dg100.gpx" << 1 << 12027 << 0 << 0 << "";
-    QTest::addRow("seven fraction digits") << "Mojstrovka.gpx" << 1 << 184 << 0 << 0 << "";
-    QTest::addRow("local times") << "fitwrite-track.gpx" << 2 << 64 << 12 << 12 << "";
-    QTest::addRow("latin-1 declaration") << "iso8859-1encoded.gpx" << 1 << 0 << 0 << 8 << "";
-    QTest::addRow("byte order mark") << "unicode_with_bom.gpx" << 1 << 0 << 0 << 1 << "";
+        << "cerknicko-jezero.gpx" << 9 << 296 << 0 << 7 << "Track is named ACTIVE LOG #2"
+        << "";
+    QTest::addRow("many segments") << "tracks.gpx" << 3 << 1549 << 0 << 0 << ""
+                                   << "";
+    QTest::addRow("waypoints only") << "waypoints.gpx" << 1 << 0 << 0 << 18 << ""
+                                    << "";
+    QTest::addRow("route only") << "route.gpx" << 0 << 0 << 0 << 0 << "Unknown element found: rte"
+                                << "";
+    QTest::addRow("mixed") << "gdal.gpx" << 4 << 4 << 4 << 2 << "Unknown element found: rte"
+                           << "";
+    QTest::addRow("offsets with milliseconds")
+        << "track-with-less-sec-time.gpx" << 1 << 2 << 0 << 0 << ""
+        << "2015-12-11T15:43:13+01:00 2015-12-11T15:43:13.994+01:00";
+    QTest::addRow("untimed points") << "korita-zbevnica.gpx" << 5 << 871 << 358 << 2 << ""
+                                    << "";
+    QTest::addRow("extensions") << "garmin_with_extensions.gpx" << 1 << 3540 << 0 << 0 << ""
+                                << "";
+    QTest::addRow("large, three months") << "dg100.gpx" << 1 << 12027 << 0 << 0 << ""
+                                         << "2020-02-14T18:04:30Z 2020-05-08T15:34:22Z";
+    QTest::addRow("1901, seven fraction digits")
+        << "Mojstrovka.gpx" << 1 << 184 << 0 << 0 << ""
+        << "1901-12-13T20:45:52.207Z 1901-12-13T20:45:52.207Z";
+    QTest::addRow("no zone is local time") << "fitwrite-track.gpx" << 2 << 64 << 12 << 12 << ""
+                                           << "2002-05-25T17:06:21.250 2002-05-25T18:52:56.980";
+    QTest::addRow("latin-1 declaration") << "iso8859-1encoded.gpx" << 1 << 0 << 0 << 8 << ""
+                                         << "";
+    QTest::addRow("byte order mark") << "unicode_with_bom.gpx" << 1 << 0 << 0 << 1 << ""
+                                     << "";
     QTest::addRow("comments in a segment")
-        << "gpx-with-node-with-comments.gpx" << 1 << 1 << 0 << 0 << "";
+        << "gpx-with-node-with-comments.gpx" << 1 << 1 << 0 << 0 << ""
+        << "";
 }
 
 void tst_gpx_parser::corpus_file()
@@ -122,24 +134,25 @@ void tst_gpx_parser::corpus_file()
     QFETCH(int, untimed_points);
     QFETCH(int, waypoints);
     QFETCH(QString, printed_line);
+    QFETCH(QString, times);
 
     stream_capture out;
     const gpx_parser parser(corpus(file));
     QCOMPARE(parser.tracks.size(), track_count);
 
     const int real_tracks = track_count - (waypoints > 0 ? 1 : 0);
-    int points = 0;
     int untimed = 0;
+    QList<QDateTime> timed;
     for (int i = 0; i < real_tracks; ++i) {
         for (const gpx_point &point : parser.tracks.at(i).points) {
-            ++points;
-            if (!point.time.isValid())
+            if (point.time.isValid())
+                timed << point.time;
+            else
                 ++untimed;
-            QVERIFY(!point.lat.isEmpty());
-            QVERIFY(!point.lon.isEmpty());
+            QVERIFY(!point.lat.isEmpty() && !point.lon.isEmpty());
         }
     }
-    QCOMPARE(points, track_points);
+    QCOMPARE(timed.size() + untimed, track_points);
     QCOMPARE(untimed, untimed_points);
     if (waypoints > 0) {
         QCOMPARE(parser.tracks.last().name, QStringLiteral("Waypoints"));
@@ -148,57 +161,16 @@ void tst_gpx_parser::corpus_file()
     if (!printed_line.isEmpty())
         QVERIFY2(out.text().split(QLatin1Char('\n')).contains(printed_line),
                  qPrintable(out.text()));
-}
-
-void tst_gpx_parser::corpus_times_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QDateTime>("first");
-    QTest::addColumn<QDateTime>("last");
-
-    QTest::addRow("Z") << "around-visnjan-with-car.gpx"
-                       << QDateTime(QDate(2020, 12, 18), QTime(6, 15, 50), Qt::UTC)
-                       << QDateTime(QDate(2020, 12, 18), QTime(6, 24, 24), Qt::UTC);
-    QTest::addRow("offset with milliseconds")
-        << "track-with-less-sec-time.gpx"
-        << QDateTime(QDate(2015, 12, 11), QTime(15, 43, 13), Qt::OffsetFromUTC, 3600)
-        << QDateTime(QDate(2015, 12, 11), QTime(15, 43, 13, 994), Qt::OffsetFromUTC, 3600);
-    QTest::addRow("1901, seven fraction digits")
-        << "Mojstrovka.gpx" << QDateTime(QDate(1901, 12, 13), QTime(20, 45, 52, 207), Qt::UTC)
-        << QDateTime(QDate(1901, 12, 13), QTime(20, 45, 52, 207), Qt::UTC);
-    QTest::addRow("no zone is local time")
-        << "fitwrite-track.gpx"
-        << QDateTime(QDate(2002, 5, 25), QTime(17, 6, 21, 250), Qt::LocalTime)
-        << QDateTime(QDate(2002, 5, 25), QTime(18, 52, 56, 980), Qt::LocalTime);
-    QTest::addRow("three months") << "dg100.gpx"
-                                  << QDateTime(QDate(2020, 2, 14), QTime(18, 4, 30), Qt::UTC)
-                                  << QDateTime(QDate(2020, 5, 8), QTime(15, 34, 22), Qt::UTC);
-}
-
-void tst_gpx_parser::corpus_times()
-{
-    QFETCH(QString, file);
-    QFETCH(QDateTime, first);
-    QFETCH(QDateTime, last);
-
-    stream_capture out;
-    const gpx_parser parser(corpus(file));
-    QVERIFY(!parser.tracks.isEmpty());
-    QList<QDateTime> times;
-    for (const gpx_track &track : parser.tracks) {
-        if (track.name == QLatin1String("Waypoints"))
-            continue;
-        for (const gpx_point &point : track.points) {
-            if (point.time.isValid())
-                times << point.time;
-        }
-    }
-    QVERIFY(!times.isEmpty());
+    if (times.isEmpty())
+        return;
     // Same instant and the same kind of zone as the text said.
-    QCOMPARE(times.first(), first);
-    QCOMPARE(times.first().timeSpec(), first.timeSpec());
-    QCOMPARE(times.last(), last);
-    QCOMPARE(times.last().offsetFromUtc(), last.offsetFromUtc());
+    const QDateTime first = QDateTime::fromString(times.section(' ', 0, 0), Qt::ISODateWithMs);
+    const QDateTime last = QDateTime::fromString(times.section(' ', 1), Qt::ISODateWithMs);
+    QVERIFY(first.isValid() && last.isValid());
+    QCOMPARE(timed.first(), first);
+    QCOMPARE(timed.first().timeSpec(), first.timeSpec());
+    QCOMPARE(timed.last(), last);
+    QCOMPARE(timed.last().offsetFromUtc(), last.offsetFromUtc());
 }
 
 void tst_gpx_parser::rules_data()
@@ -207,59 +179,52 @@ void tst_gpx_parser::rules_data()
     QTest::addColumn<QString>("expected"); // outline of the tracks
     QTest::addColumn<QString>("printed");
 
-    QTest::addRow("waypoints come last")
-        << gpx("<wpt lat=\"1\" lon=\"2\"/>"
-               "<trk><trkseg><trkpt lat=\"3\" lon=\"4\"/></trkseg></trk>"
-               "<wpt lat=\"5\" lon=\"6\"><time>2020-01-01T00:00:00Z</time></wpt>")
-        << "Track 1:3/4;Waypoints:1/2,5/6"
-        << "";
-    QTest::addRow("numbering counts named tracks")
-        << gpx("<trk/><trk><name>Ridge</name></trk><trk/>") << "Track 1:;Ridge:;Track 3:"
-        << "Track is named Ridge\n";
-    QTest::addRow("track without segments") << gpx("<trk><name>Empty</name></trk>") << "Empty:"
-                                            << "Track is named Empty\n";
-    QTest::addRow("segments joined in file order")
-        << gpx("<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/><trkpt lat=\"2\" lon=\"2\"/></trkseg>"
-               "<trkseg/><trkseg><trkpt lat=\"3\" lon=\"3\"/></trkseg></trk>")
-        << "Track 1:1/1,2/2,3/3"
-        << "";
-    QTest::addRow("unknown elements skipped")
-        << gpx("<rte><rtept lat=\"9\" lon=\"9\"/></rte><extensions/>"
-               "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/></trkseg></trk>")
-        << "Track 1:1/1"
-        << "Unknown element found: rte\nUnknown element found: extensions\n";
-    QTest::addRow("metadata silent")
-        << gpx("<metadata><time>1970-01-01T00:00:00Z</time></metadata><trk/>") << "Track 1:"
-        << "";
-    QTest::addRow("comment between tracks")
-        << gpx("<trk/><!-- pause --><trk/>") << "Track 1:;Track 2:"
-        << "Unknown node type found: 8 node name is: #comment\n";
-    QTest::addRow("text in the root") << gpx("stray<trk/>") << "Track 1:"
-                                      << "Unknown node type found: 3 node name is: #text\n";
-    QTest::addRow("cdata and processing instruction")
-        << gpx("<![CDATA[x]]><?marker data?><trk/>") << "Track 1:"
-        << "Unknown node type found: 4 node name is: #cdata-section\n"
-           "Unknown node type found: 7 node name is: marker\n";
-    QTest::addRow("lines in file order, name after segments")
-        << gpx("<rte/><trk><trkseg/><name>Late</name><name>Second</name></trk><extensions/>")
-        << "Late:"
-        << "Unknown element found: rte\nTrack is named Late\nUnknown element found: extensions\n";
-    QTest::addRow("coordinates kept as text")
-        << gpx("<trk><trkseg><trkpt lat=\"046.50000\" lon=\"abc\"/>"
-               "<trkpt lon=\"1e30\"/><trkpt lat=\"-91\" lon=\"nan\"/></trkseg></trk>")
-        << "Track 1:046.50000/abc,/1e30,-91/nan"
-        << "";
-    QTest::addRow("points elsewhere ignored")
-        << gpx("<trk><trkpt lat=\"1\" lon=\"1\"/><trkseg><trkseg><trkpt lat=\"2\" lon=\"2\"/>"
-               "</trkseg></trkseg></trk>")
-        << "Track 1:"
-        << "";
+    struct row
+    {
+        const char *tag, *body, *expected, *printed;
+    };
+    const QList<row> rows = {
+        {"waypoints come last",
+         "<wpt lat=\"1\" lon=\"2\"/><trk><trkseg><trkpt lat=\"3\" lon=\"4\"/></trkseg></trk>"
+         "<wpt lat=\"5\" lon=\"6\"><time>2020-01-01T00:00:00Z</time></wpt>",
+         "Track 1:3/4;Waypoints:1/2,5/6", ""},
+        {"numbering counts named tracks", "<trk/><trk><name>Ridge</name></trk><trk/>",
+         "Track 1:;Ridge:;Track 3:", "Track is named Ridge\n"},
+        {"segments joined in file order",
+         "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/><trkpt lat=\"2\" lon=\"2\"/></trkseg>"
+         "<trkseg/><trkseg><trkpt lat=\"3\" lon=\"3\"/></trkseg></trk>",
+         "Track 1:1/1,2/2,3/3", ""},
+        {"unknown elements skipped",
+         "<rte><rtept lat=\"9\" lon=\"9\"/></rte><extensions/>"
+         "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/></trkseg></trk>",
+         "Track 1:1/1", "Unknown element found: rte\nUnknown element found: extensions\n"},
+        {"metadata silent", "<metadata><time>1970-01-01T00:00:00Z</time></metadata><trk/>",
+         "Track 1:", ""},
+        {"comment between tracks", "<trk/><!-- pause --><trk/>",
+         "Track 1:;Track 2:", "Unknown node type found: 8 node name is: #comment\n"},
+        {"text in the root", "stray<trk/>",
+         "Track 1:", "Unknown node type found: 3 node name is: #text\n"},
+        {"cdata and processing instruction", "<![CDATA[x]]><?marker data?><trk/>", "Track 1:",
+         "Unknown node type found: 4 node name is: #cdata-section\n"
+         "Unknown node type found: 7 node name is: marker\n"},
+        {"lines in file order, name after segments",
+         "<rte/><trk><trkseg/><name>Late</name><name>Second</name></trk><extensions/>", "Late:",
+         "Unknown element found: rte\nTrack is named Late\nUnknown element found: extensions\n"},
+        {"coordinates kept as text",
+         "<trk><trkseg><trkpt lat=\"046.50000\" lon=\"abc\"/>"
+         "<trkpt lon=\"1e30\"/><trkpt lat=\"-91\" lon=\"nan\"/></trkseg></trk>",
+         "Track 1:046.50000/abc,/1e30,-91/nan", ""},
+        {"points elsewhere ignored",
+         "<trk><trkpt lat=\"1\" lon=\"1\"/><trkseg><trkseg><trkpt lat=\"2\" lon=\"2\"/>"
+         "</trkseg></trkseg></trk>",
+         "Track 1:", ""},
+    };
+    for (const row &r : rows)
+        QTest::newRow(r.tag) << gpx(r.body) << QString(r.expected) << QString(r.printed);
     QTest::addRow("root of any name")
         << QByteArray("<log><trk><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg></trk></log>")
-        << "Track 1:1/2"
-        << "";
-    QTest::addRow("root only") << QByteArray("<gpx/>") << ""
-                               << "";
+        << "Track 1:1/2" << QString();
+    QTest::addRow("root only") << QByteArray("<gpx/>") << QString() << QString();
 }
 
 void tst_gpx_parser::rules()

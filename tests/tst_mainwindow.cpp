@@ -37,11 +37,9 @@ private slots:
 
     void load_data();
     void load();
-    void loads_add_up_and_resort();
-    void clear_list();
-    void file_open_event_data();
-    void file_open_event();
-    void drop_on_window();
+    void load_more_and_clear();
+    void open_or_drop_data();
+    void open_or_drop();
     void drop_during_load_waits();
     void close_during_load_waits();
     void bad_input();
@@ -130,11 +128,8 @@ void tst_mainwindow::load_data()
         << QStringList{"Olympus_C8080WZ.jpg", "Canon_40D.jpg", "DSCN0010.jpg"};
     QTest::addRow("same file twice")
         << QStringList{"Canon_40D.jpg", "Canon_40D.jpg"} << QStringList{"Canon_40D.jpg"};
-    QTest::addRow("upper-case suffixes")
-        << QStringList{"UPPER.JPG", "IMG_5195.HEIC"} << QStringList{"UPPER.JPG", "IMG_5195.HEIC"};
-    QTest::addRow("umlauts and blanks")
-        << QStringList{QString::fromUtf8("Grünwald Straße 1.jpg"), "Apple iPhone 4.jpg"}
-        << QStringList{QString::fromUtf8("Grünwald Straße 1.jpg"), "Apple iPhone 4.jpg"};
+    QTest::addRow("upper-case suffix")
+        << QStringList{"IMG_5195.HEIC"} << QStringList{"IMG_5195.HEIC"};
     QTest::addRow("unsupported only") << QStringList{"MANIFEST.tsv"} << QStringList{};
 }
 
@@ -187,7 +182,9 @@ void tst_mainwindow::load()
     }
 }
 
-void tst_mainwindow::loads_add_up_and_resort()
+// Loads add up and sort again; clearing empties table and cache, and a file
+// loaded after it is read afresh.
+void tst_mainwindow::load_more_and_clear()
 {
     const QString newest = copy_photo("DSCN0010.jpg");
     const QString oldest = copy_photo("Olympus_C8080WZ.jpg");
@@ -196,13 +193,6 @@ void tst_mainwindow::loads_add_up_and_resort()
     window_->load_files({oldest, middle});
     QCOMPARE(row_files(*window_),
              (QStringList{"Olympus_C8080WZ.jpg", "Canon_40D.jpg", "DSCN0010.jpg"}));
-}
-
-void tst_mainwindow::clear_list()
-{
-    const QString photo = copy_photo("DSCN0010.jpg");
-    window_->load_files({photo});
-    QCOMPARE(window_->model->rowCount(), 1);
     QVERIFY(window_->sync_button->isEnabled());
     QSignalSpy rebuilt(window_->model, &table_data_model::cache_rebuilt);
 
@@ -215,58 +205,60 @@ void tst_mainwindow::clear_list()
     QVERIFY(exif_cache::instance()->group_tags.isEmpty());
     QCOMPARE(rebuilt.count(), 1);
     QCOMPARE(rebuilt.first(), (QList<QVariant>{0, 0, 0}));
-    // A file loaded after clearing is read afresh.
-    window_->load_files({photo});
+    window_->load_files({newest});
     QCOMPARE(window_->model->rowCount(), 1);
-    QVERIFY(exif_cache::instance()->tags.contains(photo));
+    QVERIFY(exif_cache::instance()->tags.contains(newest));
 }
 
-void tst_mainwindow::file_open_event_data()
+void tst_mainwindow::open_or_drop_data()
 {
-    QTest::addColumn<QString>("opened"); // relative to the test folder
+    QTest::addColumn<bool>("drop");
+    QTest::addColumn<QStringList>("opened"); // relative to the test folder, or a web link
     QTest::addColumn<QStringList>("expected");
-    QTest::addRow("file") << "folder/DSCN0010.jpg" << QStringList{"DSCN0010.jpg"};
+    QTest::addRow("open file") << false << QStringList{"folder/DSCN0010.jpg"}
+                               << QStringList{"DSCN0010.jpg"};
     // Only the supported files directly in the folder.
-    QTest::addRow("folder") << "folder" << QStringList{"Canon_40D.jpg", "DSCN0010.jpg"};
-    QTest::addRow("missing file") << "folder/gone.jpg" << QStringList{};
+    QTest::addRow("open folder") << false << QStringList{"folder"}
+                                 << QStringList{"Canon_40D.jpg", "DSCN0010.jpg"};
+    QTest::addRow("open missing file") << false << QStringList{"folder/gone.jpg"} << QStringList{};
+    QTest::addRow("drop folder, file and web link")
+        << true
+        << QStringList{"folder", "folder/sub/Pentax_K10D.jpg", "https://example.org/photo.jpg"}
+        << QStringList{"Pentax_K10D.jpg", "Canon_40D.jpg", "DSCN0010.jpg"};
 }
 
-void tst_mainwindow::file_open_event()
+void tst_mainwindow::open_or_drop()
 {
-    QFETCH(QString, opened);
+    QFETCH(bool, drop);
+    QFETCH(QStringList, opened);
     QFETCH(QStringList, expected);
     QVERIFY(!copy_photo("DSCN0010.jpg", "folder/DSCN0010.jpg").isEmpty());
     QVERIFY(!copy_photo("Canon_40D.jpg", "folder/Canon_40D.jpg").isEmpty());
     QVERIFY(!copy_photo("Pentax_K10D.jpg", "folder/sub/Pentax_K10D.jpg").isEmpty());
-    QFile notes(root_ + "/folder/notes.txt");
-    QVERIFY(notes.open(QIODevice::WriteOnly));
-    notes.close();
+    QVERIFY(QFile(root_ + "/folder/notes.txt").open(QIODevice::WriteOnly));
 
-    QFileOpenEvent event(root_ + '/' + opened);
-    QVERIFY(QApplication::sendEvent(window_, &event));
-
+    if (drop) {
+        QList<QUrl> urls;
+        for (const QString &entry : qAsConst(opened))
+            urls << (entry.contains("://") ? QUrl(entry)
+                                           : QUrl::fromLocalFile(root_ + '/' + entry));
+        QMimeData mime;
+        mime.setUrls(urls);
+        QDragEnterEvent enter(QPoint(150, 150), Qt::CopyAction, &mime, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(window_->drop_widget, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop_event(QPointF(150, 150), Qt::CopyAction, &mime, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(window_->drop_widget, &drop_event);
+        // A drop doesn't move the folder in which the file dialog opens.
+        QVERIFY(!QSettings().contains(QStringLiteral("last_image_load_path")));
+    } else {
+        QFileOpenEvent event(root_ + '/' + opened.first());
+        QVERIFY(QApplication::sendEvent(window_, &event));
+    }
     QCOMPARE(row_files(*window_), expected);
     QCOMPARE(window_->sync_button->isEnabled(), !expected.isEmpty());
-}
-
-void tst_mainwindow::drop_on_window()
-{
-    QVERIFY(!copy_photo("DSCN0010.jpg", "folder/DSCN0010.jpg").isEmpty());
-    QVERIFY(!copy_photo("Pentax_K10D.jpg", "folder/sub/Pentax_K10D.jpg").isEmpty());
-    const QString single = copy_photo("Canon_40D.jpg");
-    QMimeData mime;
-    mime.setUrls({QUrl::fromLocalFile(root_ + "/folder"), QUrl::fromLocalFile(single),
-                  QUrl(QStringLiteral("https://example.org/photo.jpg"))});
-
-    QDragEnterEvent enter(QPoint(150, 150), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window_->drop_widget, &enter);
-    QVERIFY(enter.isAccepted());
-    QDropEvent drop(QPointF(150, 150), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window_->drop_widget, &drop);
-
-    QCOMPARE(row_files(*window_), (QStringList{"Canon_40D.jpg", "DSCN0010.jpg"}));
-    // A drop doesn't move the folder in which the file dialog opens.
-    QVERIFY(!QSettings().contains(QStringLiteral("last_image_load_path")));
 }
 
 void tst_mainwindow::drop_during_load_waits()
@@ -380,7 +372,6 @@ void tst_mainwindow::max_time_difference_data()
     // The untagged photo lies 11 min 40 s after the nearest tagged one.
     QTest::addRow("within limit") << "12" << 1;
     QTest::addRow("beyond limit") << "11" << 0;
-    QTest::addRow("default five") << "5" << 0;
     QTest::addRow("zero means no limit") << "0" << 1;
     QTest::addRow("empty means no limit") << "" << 1;
 }
@@ -398,8 +389,6 @@ void tst_mainwindow::max_time_difference()
 
     QSignalSpy rebuilt(window_->model, &table_data_model::cache_rebuilt);
     window_->max_time_edit->setText(limit);
-    if (rebuilt.isEmpty()) // "5" again: no change, no rebuild
-        window_->model->rebuild_cache();
     QVERIFY(!rebuilt.isEmpty());
     // assigned counts the photos that receive a position from another one.
     QCOMPARE(rebuilt.last().at(0).toInt(), assigned);
@@ -411,37 +400,20 @@ void tst_mainwindow::typed_position_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("latitude");  // what the row then shows as numbers,
     QTest::addColumn<QString>("longitude"); // "1.5" and "2.5" being the last accepted
-    QTest::addRow("decimal") << true << "-19.178194"
-                             << "-19.178194"
-                             << "2.5";
-    QTest::addRow("blanks removed") << false << " 46.501221 "
-                                    << "1.5"
-                                    << "46.501221";
+    const QString old_lat = "1.5", old_lon = "2.5";
+    QTest::addRow("decimal") << true << QString("-19.178194") << "-19.178194" << old_lon;
+    QTest::addRow("blanks removed") << false << " 46.501221 " << old_lat << "46.501221";
     QTest::addRow("degrees minutes seconds")
-        << true << QString::fromUtf8("19°10'41.5\"S") << "-19.178194"
-        << "2.5";
-    QTest::addRow("latitude out of range") << true << "91"
-                                           << "1.5"
-                                           << "2.5";
-    QTest::addRow("longitude out of range") << false << "-180.5"
-                                            << "1.5"
-                                            << "2.5";
-    QTest::addRow("pasted garbage") << true << "lorem ipsum"
-                                    << "1.5"
-                                    << "2.5";
-    QTest::addRow("ten thousand digits") << true << QString(10000, '7') << "1.5"
-                                         << "2.5";
-    QTest::addRow("ten thousand letters") << false << QString(10000, 'x') << "1.5"
-                                          << "2.5";
-    QTest::addRow("number then line feed") << true << "12\n-execute"
-                                           << "1.5"
-                                           << "2.5";
-    QTest::addRow("NUL") << false << QStringLiteral("3") + QChar(0) + "4"
-                         << "1.5"
-                         << "2.5";
-    QTest::addRow("carriage return") << false << "3\r"
-                                     << "1.5"
-                                     << "2.5";
+        << true << QString::fromUtf8("19°10'41.5\"S") << "-19.178194" << old_lon;
+    // none of these is taken
+    QTest::addRow("latitude out of range") << true << QString("91") << old_lat << old_lon;
+    QTest::addRow("longitude out of range") << false << QString("-180.5") << old_lat << old_lon;
+    QTest::addRow("pasted garbage") << true << QString("lorem ipsum") << old_lat << old_lon;
+    QTest::addRow("ten thousand digits") << true << QString(10000, '7') << old_lat << old_lon;
+    QTest::addRow("ten thousand letters") << false << QString(10000, 'x') << old_lat << old_lon;
+    QTest::addRow("line feed") << true << QString("12\n-execute") << old_lat << old_lon;
+    QTest::addRow("carriage return") << false << QString("3\r") << old_lat << old_lon;
+    QTest::addRow("NUL") << false << QString("3") + QChar(0) + "4" << old_lat << old_lon;
 }
 
 void tst_mainwindow::typed_position()
@@ -494,8 +466,6 @@ void tst_mainwindow::warning_picture()
     window_->load_files(paths);
 
     QCOMPARE(window_->warning_label->isVisible(), visible);
-    QVERIFY(window_->warning_label->toolTip().startsWith(
-        QStringLiteral("There are no images with assigned GPS coordinate.\n\n")));
     window_->clear_button->click();
     QVERIFY(!window_->warning_label->isVisible());
 }
@@ -505,12 +475,10 @@ void tst_mainwindow::settings_dialog_applies_format_data()
     QTest::addColumn<QString>("date_button");
     QTest::addColumn<QString>("time_button");
     QTest::addColumn<QString>("shown");
-    QTest::addRow("iso date") << "YYYY-MM-DD"
-                              << "hh:mm:ss"
+    QTest::addRow("iso date") << "YYYY-MM-DD" << QString("hh:mm:ss")
                               << "2008-05-30 - 15:56:01  UTC";
-    QTest::addRow("us date, no seconds") << "MM/DD/YYYY"
-                                         << "hh:mm"
-                                         << "05/30/2008 - 15:56  UTC";
+    QTest::addRow("us date, no seconds")
+        << "MM/DD/YYYY" << QString("hh:mm") << "05/30/2008 - 15:56  UTC";
 }
 
 // The dialog has no apply step: whichever way it closes, the table follows the
