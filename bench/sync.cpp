@@ -73,6 +73,7 @@ bool make_copies(const QStringList &photos, const QString &folder, QStringList *
 
 int main(int argc, char **argv)
 {
+    raw_exiftool::steady_child_speed();
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
