@@ -40,8 +40,8 @@ class table_data_model;
 // file-open event) waits in a queue and is loaded when the flow has ended, so
 // no flow ever runs inside another. A close request waits the same way: the
 // window closes when the flow has ended, and what waited is not loaded.
-// Nothing here shows an error: failures are
-// log lines and rows without a position. GUI thread only.
+// Nothing here shows an error: failures are log lines and rows without a
+// position. GUI thread only.
 class MainWindow : public vn::main_window
 {
     Q_OBJECT

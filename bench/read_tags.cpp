@@ -124,8 +124,7 @@ int read_with_pipes(raw_exiftool &tool, const QString &file, int *next_id)
 }
 
 // Adds the wall and CPU time of reading a block of files to the figures.
-template <typename Read>
-void measure(figures *into, const QStringList &block, Read read)
+template <typename Read> void measure(figures *into, const QStringList &block, Read read)
 {
     QElapsedTimer clock;
     const double cpu_start = cpu_seconds();
