@@ -1,5 +1,6 @@
 // Reads and writes through the installed ExifTool, linked beside this binary.
 // Only the real tool proves the marker, the output format and the writes.
+#include "corpus_photo.h"
 #include "process_warning_counter.h"
 
 #include <vn/exif_response.h>
@@ -82,12 +83,7 @@ void tst_exiftool::cleanupTestCase()
 
 QString tst_exiftool::copy_photo(const QString &name, const QString &as)
 {
-    const QString target = dir_.filePath(as);
-    QFile::remove(target);
-    if (!QFile::copy(photos_dir + QLatin1Char('/') + name, target))
-        return QString();
-    QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
-    return target;
+    return copy_corpus_photo(dir_, name, as);
 }
 
 void tst_exiftool::reads_made_jpegs_data()

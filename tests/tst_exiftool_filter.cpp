@@ -1,5 +1,6 @@
 // The selective read, the tag filter and the creator stamp, against the
 // installed ExifTool linked beside this binary and the photos of the corpus.
+#include "corpus_photo.h"
 #include "process_warning_counter.h"
 
 #include <vn/exiftool.h>
@@ -73,12 +74,7 @@ void tst_exiftool_filter::cleanupTestCase()
 
 QString tst_exiftool_filter::copy_photo(const QString &name, const QString &as)
 {
-    const QString target = dir_.filePath(as);
-    QFile::remove(target);
-    if (!QFile::copy(photos_dir + QLatin1Char('/') + name, target))
-        return QString();
-    QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
-    return target;
+    return copy_corpus_photo(dir_, name, as);
 }
 
 // The filter looks names up by binary search, which needs the generated list
