@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCodec>
 #include <QTranslator>
 
 class tst_gpx_parser : public QObject
@@ -23,6 +24,9 @@ private slots:
 
     void point_times_data();
     void point_times();
+
+    void point_values_data();
+    void point_values();
 
     void unreadable_data();
     void unreadable();
@@ -210,10 +214,10 @@ void tst_gpx_parser::rules_data()
         {"lines in file order, name after segments",
          "<rte/><trk><trkseg/><name>Late</name><name>Second</name></trk><extensions/>", "Late:",
          "Unknown element found: rte\nTrack is named Late\nUnknown element found: extensions\n"},
-        {"coordinates kept as text",
-         "<trk><trkseg><trkpt lat=\"046.50000\" lon=\"abc\"/>"
-         "<trkpt lon=\"1e30\"/><trkpt lat=\"-91\" lon=\"nan\"/></trkseg></trk>",
-         "Track 1:046.50000/abc,/1e30,-91/nan", ""},
+        {"name on lines of its own", "<trk><name>\n    Ridge walk\n  </name></trk>",
+         "Ridge walk:", "Track is named Ridge walk\n"},
+        {"name as cdata between line breaks", "<trk><name>\n<![CDATA[ <Ridge> ]]>\n</name></trk>",
+         "<Ridge>:", "Track is named <Ridge>\n"},
         {"points elsewhere ignored",
          "<trk><trkpt lat=\"1\" lon=\"1\"/><trkseg><trkseg><trkpt lat=\"2\" lon=\"2\"/>"
          "</trkseg></trkseg></trk>",
@@ -275,9 +279,85 @@ void tst_gpx_parser::point_times()
     QCOMPARE(time.offsetFromUtc(), offset);
 }
 
+void tst_gpx_parser::point_values_data()
+{
+    QTest::addColumn<QByteArray>("attributes");
+    QTest::addColumn<QByteArray>("ele");       // the element's text; null: no element
+    QTest::addColumn<QString>("expected");     // "lat/lon/ele" as kept, or empty: left out
+    QTest::addColumn<QString>("left_out_why"); // the log line's reason
+
+    QTest::addRow("digits kept as written")
+        << QByteArray("lat=\"046.50000\" lon=\"-0.1234567890\"") << QByteArray("0512.30")
+        << "046.50000/-0.1234567890/0512.30"
+        << "";
+    QTest::addRow("blanks around numbers trimmed")
+        << QByteArray("lat=\" 48.3 \" lon=\"&#9;11.5&#10;\"") << QByteArray("\n  500 \n")
+        << "48.3/11.5/500"
+        << "";
+    QTest::addRow("edges of the range")
+        << QByteArray("lat=\"-90\" lon=\"180.0\"") << QByteArray() << "-90/180.0/"
+        << "";
+    QTest::addRow("ele no number")
+        << QByteArray("lat=\"1\" lon=\"2\"") << QByteArray("high") << "1/2/"
+        << "";
+    QTest::addRow("ele nan") << QByteArray("lat=\"1\" lon=\"2\"") << QByteArray("nan") << "1/2/"
+                             << "";
+    QTest::addRow("word") << QByteArray("lat=\"abc\" lon=\"11.5\"") << QByteArray() << ""
+                          << "latitude 'abc' is no number within 90 degrees";
+    QTest::addRow("beyond the pole")
+        << QByteArray("lat=\"-90.0001\" lon=\"11.5\"") << QByteArray() << ""
+        << "latitude '-90.0001' is no number within 90 degrees";
+    QTest::addRow("beyond the date line")
+        << QByteArray("lat=\"48.1\" lon=\"180.5\"") << QByteArray() << ""
+        << "longitude '180.5' is no number within 180 degrees";
+    QTest::addRow("no latitude") << QByteArray("lon=\"11.5\"") << QByteArray() << ""
+                                 << "latitude '' is no number within 90 degrees";
+    QTest::addRow("nan") << QByteArray("lat=\"48.1\" lon=\"nan\"") << QByteArray() << ""
+                         << "longitude 'nan' is no number within 180 degrees";
+    QTest::addRow("huge") << QByteArray("lat=\"1e30\" lon=\"11.5\"") << QByteArray() << ""
+                          << "latitude '1e30' is no number within 90 degrees";
+    QTest::addRow("decimal comma") << QByteArray("lat=\"48,1\" lon=\"11.5\"") << QByteArray() << ""
+                                   << "latitude '48,1' is no number within 90 degrees";
+    // The line feed would make "-all=" a line of its own in an ExifTool command.
+    QTest::addRow("line feed and option")
+        << QByteArray("lat=\"48.1&#10;-all=\" lon=\"11.5\"") << QByteArray() << ""
+        << "latitude '48.1?-all=' is no number within 90 degrees";
+}
+
+// A point is kept with its texts trimmed, or left out with one log line;
+// the points beside it stay.
+void tst_gpx_parser::point_values()
+{
+    QFETCH(QByteArray, attributes);
+    QFETCH(QByteArray, ele);
+    QFETCH(QString, expected);
+    QFETCH(QString, left_out_why);
+
+    const QByteArray element = ele.isNull() ? QByteArray() : "<ele>" + ele + "</ele>";
+    const QString file =
+        write_file(QStringLiteral("values.gpx"),
+                   gpx("<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/>\n<trkpt " + attributes + ">" +
+                       element + "</trkpt><trkpt lat=\"2\" lon=\"2\"/></trkseg></trk>"));
+    if (!left_out_why.isEmpty())
+        QTest::ignoreMessage(QtWarningMsg,
+                             qPrintable(QStringLiteral("void gpx_parser::read(const QByteArray&): "
+                                                       "Leaving out the point of line 4: ") +
+                                        left_out_why + QLatin1Char('.')));
+    const gpx_parser parser(file);
+    QCOMPARE(parser.tracks.size(), 1);
+    QStringList kept;
+    for (const gpx_point &point : parser.tracks.first().points)
+        kept << point.lat + QLatin1Char('/') + point.lon + QLatin1Char('/') + point.ele;
+    QStringList expected_points = {QStringLiteral("1/1/"), QStringLiteral("2/2/")};
+    if (!expected.isEmpty())
+        expected_points.insert(1, expected);
+    QCOMPARE(kept, expected_points);
+}
+
 void tst_gpx_parser::unreadable_data()
 {
     QTest::addColumn<QByteArray>("content"); // null: no file at all
+    QTest::addColumn<QString>("error");
 
     QByteArray truncated;
     {
@@ -288,24 +368,40 @@ void tst_gpx_parser::unreadable_data()
     QByteArray binary(4096, '\0');
     for (int i = 0; i < binary.size(); ++i)
         binary[i] = char((i * 37 + 11) & 0xff);
+    const QByteArray point = "<trk><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg></trk>";
 
-    QTest::addRow("missing file") << QByteArray();
-    QTest::addRow("empty file") << QByteArray("");
-    QTest::addRow("truncated real file") << truncated;
-    QTest::addRow("unclosed element") << gpx("<trk><trkseg>");
+    QTest::addRow("missing file") << QByteArray()
+                                  << "The file can't be opened: No such file or directory";
+    QTest::addRow("empty file") << QByteArray("") << "Line 1: Premature end of document.";
+    QTest::addRow("truncated real file")
+        << truncated
+        << QStringLiteral("Line %1: Premature end of document.").arg(truncated.count('\n') + 1);
+    QTest::addRow("unclosed element")
+        << gpx("<trk><trkseg>") << "Line 4: Opening and ending tag mismatch.";
     // what was read before the error neither counts nor prints
     QTest::addRow("broken after content")
         << QByteArray("<gpx><trk><name>A</name><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg>"
-                      "</trk><rte/><!-- c --><trk>");
-    QTest::addRow("two roots") << QByteArray("<gpx/><gpx/>");
-    QTest::addRow("plain text") << QByteArray("lat,lon\n1,2\n");
-    QTest::addRow("binary") << binary;
-    QTest::addRow("nul bytes") << QByteArray(1000, '\0');
+                      "</trk><rte/><!-- c --><trk>")
+        << "Line 1: Premature end of document.";
+    QTest::addRow("two roots") << QByteArray("<gpx/><gpx/>")
+                               << "Line 1: Extra content at end of document.";
+    QTest::addRow("plain text") << QByteArray("lat,lon\n1,2\n") << "Line 1: Start tag expected.";
+    QTest::addRow("binary") << binary << "Line 1: Encountered incorrectly encoded content.";
+    QTest::addRow("nul bytes") << QByteArray(1000, '\0') << "Line 1: Start tag expected.";
+    // The stream reader takes these for well-formed.
+    QTest::addRow("control character in an attribute name")
+        << gpx(point + "\n<trk><trkseg><trkpt lat=\"3\" lon=\"4\" x\x01=\"1\"/></trkseg></trk>")
+        << "Line 4: A control character, which XML doesn't allow.";
+    QTest::addRow("control character in utf-16")
+        << QTextCodec::codecForName("UTF-16")->fromUnicode(
+               QString::fromLatin1(gpx(point + "<trk x\x01=\"1\"/>").replace("UTF-8", "UTF-16")))
+        << "Line 3: A control character, which XML doesn't allow.";
 }
 
 void tst_gpx_parser::unreadable()
 {
     QFETCH(QByteArray, content);
+    QFETCH(QString, error);
     QString file = dir_.filePath(QStringLiteral("missing.gpx"));
     if (!content.isNull()) {
         QVERIFY(content.isEmpty() || content.size() > 5);
@@ -315,6 +411,7 @@ void tst_gpx_parser::unreadable()
     stream_capture out;
     const gpx_parser parser(file);
     QVERIFY(parser.tracks.isEmpty());
+    QCOMPARE(parser.error, error);
     QCOMPARE(out.text(), QString());
 }
 
