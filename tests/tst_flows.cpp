@@ -759,52 +759,80 @@ void tst_flows::exiftool_killed_during_sync()
 
 void tst_flows::gpx_tracks_data()
 {
-    QTest::addColumn<QString>("file"); // corpus name, or "<made>" text below
+    QTest::addColumn<QStringList>("files"); // in the corpus, or "<made>" text below
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("choice");        // "" cancels; "-" when no list is shown
     QTest::addColumn<QString>("expected_name"); // "" keeps the earlier track
     QTest::addColumn<int>("expected_points");
+    QTest::addColumn<int>("expected_chosen"); // tracks the choice stands for
     QTest::addColumn<QStringList>("expected_items_start");
+    QTest::addColumn<QString>("warning"); // the files that gave nothing, and why
 
     struct row
     {
-        const char *tag, *file, *choice, *name;
-        int points;
+        const char *tag, *files, *choice, *name;
+        int points, chosen;
         const char *items; // joined by '|'
+        const char *warning;
     };
     const QList<row> rows = {
-        {"one track, no question", "around-visnjan-with-car.gpx", "-", "2020-12-18 07:24:29", 104,
-         ""},
-        {"several tracks, one chosen", "korita-zbevnica.gpx", "ACTIVE LOG (176 Points)",
-         "ACTIVE LOG", 176,
+        {"one track, no question", "gpx/around-visnjan-with-car.gpx", "-", "2020-12-18 07:24:29",
+         104, 1, "", ""},
+        {"several tracks, one chosen", "gpx/korita-zbevnica.gpx", "ACTIVE LOG (176 Points)",
+         "ACTIVE LOG", 176, 1,
          "Load all tracks|03-OCT-10 (0 Points)|03-OCT-10 #2 (358 Points)|ACTIVE LOG (176 Points)|"
-         "ACTIVE LOG #2 (337 Points)|Waypoints (2 Points)"},
-        {"several tracks, all merged", "cerknicko-jezero.gpx", "Load all tracks", "Merged Track",
-         303, "Load all tracks|ACTIVE LOG (0 Points)|ACTIVE LOG #2 (173 Points)"},
-        {"several tracks, cancelled", "tracks.gpx", "", "", 0, "Load all tracks"},
-        {"route only", "route.gpx", "-", "", 0, ""},
-        {"empty file", "<made>.gpx", "-", "", 0, ""},
-        {"binary", "<made>.gpx", "-", "", 0, ""},
-        {"truncated", "<made>.gpx", "-", "", 0, ""},
-        {"missing file", "<none>.gpx", "-", "", 0, ""},
+         "ACTIVE LOG #2 (337 Points)|Waypoints (2 Points)",
+         ""},
+        {"several tracks, all merged", "gpx/cerknicko-jezero.gpx", "Load all tracks",
+         "Merged Track", 303, 9, "Load all tracks|ACTIVE LOG (0 Points)|ACTIVE LOG #2 (173 Points)",
+         ""},
+        {"several tracks, cancelled", "gpx/tracks.gpx", "", "", 0, 1, "Load all tracks", ""},
+        {"fit and kml, merged", "tracks/garmin-edge-800.fit|tracks/google_ext.kml",
+         "Load all tracks", "Merged Track", 1737, 2,
+         "Load all tracks|Track 1 (1286 Points)|Track (451 Points)", ""},
+        {"names of two files", "gpx/cerknicko-jezero.gpx|gpx/korita-zbevnica.gpx",
+         "korita-zbevnica.gpx: ACTIVE LOG (176 Points)", "korita-zbevnica.gpx: ACTIVE LOG", 176, 1,
+         "Load all tracks|cerknicko-jezero.gpx: ACTIVE LOG (0 Points)", ""},
+        {"one good file, one broken", "gpx/around-visnjan-with-car.gpx|<made>", "-",
+         "2020-12-18 07:24:29", 104, 1, "",
+         "made.gpx: Line 1: Encountered incorrectly encoded content."},
+        {"route only", "gpx/route.gpx", "-", "", 0, 1, "", "route.gpx: It holds no track point."},
+        {"empty file", "<made>", "-", "", 0, 1, "", "made.gpx: Line 1: Premature end of document."},
+        {"truncated", "<made>", "-", "", 0, 1, "", "made.gpx: Line 1: Premature end of document."},
+        {"missing file", "<none>", "-", "", 0, 1, "",
+         "none.gpx: The file can't be opened: No such file or directory"},
+        {"broken fit and kml",
+         "tracks/lezyne_super_gps-garmin_fit-sample-bad-endian.fit|"
+         "tracks/segmented_tracks.kml",
+         "-", "", 0, 1, "",
+         "lezyne_super_gps-garmin_fit-sample-bad-endian.fit: fit: File CRC mismatch in "
+         "file <corpus>/tracks/lezyne_super_gps-garmin_fit-sample-bad-endian.fit.\n"
+         "fit: File <corpus>/tracks/lezyne_super_gps-garmin_fit-sample-bad-endian.fit "
+         "is corrupt.  Use recoverymode option at your risk.\n\n"
+         "segmented_tracks.kml: None of its track points has a time. KML keeps times only in "
+         "tracks written as gx:Track."},
     };
     const QMap<QString, QByteArray> contents = {
-        {"binary", QByteArray("\x89PNG\r\n\x1a\n\0\0\xff\xfe", 12)},
+        {"one good file, one broken", QByteArray("\x89PNG\r\n\x1a\n\0\0\xff\xfe", 12)},
         {"truncated", "<?xml version=\"1.0\"?><gpx><trk><name>Cut</name><trkseg><trkpt lat=\"4"}};
     for (const row &r : rows)
-        QTest::newRow(r.tag) << QString(r.file) << contents.value(r.tag) << QString(r.choice)
-                             << QString(r.name) << r.points
-                             << QString(r.items).split('|', Qt::SkipEmptyParts);
+        QTest::newRow(r.tag) << QString(r.files).split('|') << contents.value(r.tag)
+                             << QString(r.choice) << QString(r.name) << r.points << r.chosen
+                             << QString(r.items).split('|', Qt::SkipEmptyParts)
+                             << QString(r.warning).replace(
+                                    "<corpus>", QDir::cleanPath(QStringLiteral(VN_CORPUS_DIR)));
 }
 
 void tst_flows::gpx_tracks()
 {
-    QFETCH(QString, file);
+    QFETCH(QStringList, files);
     QFETCH(QByteArray, content);
     QFETCH(QString, choice);
     QFETCH(QString, expected_name);
     QFETCH(int, expected_points);
+    QFETCH(int, expected_chosen);
     QFETCH(QStringList, expected_items_start);
+    QFETCH(QString, warning);
 
     // An earlier track, which a cancel or a file without tracks keeps.
     use_track(corpus_gpx + "gpx-with-node-with-comments.gpx");
@@ -812,12 +840,15 @@ void tst_flows::gpx_tracks()
     QCOMPARE(window_->model->track_points().size(), 1);
 
     QVERIFY(QDir().mkpath(root_ + "/sub"));
-    QString path = corpus_gpx + file;
-    if (file == QLatin1String("<made>.gpx"))
-        path = write_gpx("sub/made.gpx", content);
-    else if (file == QLatin1String("<none>.gpx"))
-        path = root_ + "/sub/none.gpx";
-    QVERIFY(!path.isEmpty());
+    QStringList paths;
+    for (const QString &file : files) {
+        if (file == QLatin1String("<made>"))
+            paths << write_gpx("sub/made.gpx", content);
+        else if (file == QLatin1String("<none>"))
+            paths << root_ + "/sub/none.gpx";
+        else
+            paths << QStringLiteral(VN_CORPUS_DIR "/") + file;
+    }
 
     bool shown = false;
     QString shown_title;
@@ -831,25 +862,34 @@ void tst_flows::gpx_tracks()
         *ok = !choice.isEmpty();
         return choice.isEmpty() ? items.first() : choice;
     };
-    use_track(path);
+    window_->gpx_radio->click();
+    window_->choose_gpx_files = [&](QWidget *, const QString &, const QString &, const QString &) {
+        return paths;
+    };
+    window_->on_load_gpx_clicked();
 
     QCOMPARE(shown, choice != QLatin1String("-"));
     if (shown) {
         QCOMPARE(shown_title, QStringLiteral("Select track"));
-        QCOMPARE(shown_label, QStringLiteral("There are multiple tracks inside the selected gpx "
-                                             "file. Please select one."));
+        QCOMPARE(shown_label, files.size() == 1
+                                  ? QStringLiteral("There are multiple tracks inside the selected "
+                                                   "track file. Please select one.")
+                                  : QStringLiteral("There are multiple tracks inside the selected "
+                                                   "track files. Please select one."));
         const QStringList items = item_lists_.first();
         QCOMPARE(items.mid(0, expected_items_start.size()), expected_items_start);
     }
     // The folder moves whether or not the file gave a track.
-    QCOMPARE(QSettings().value("last_gpx_load_path").toString(), QFileInfo(path).absolutePath());
+    QCOMPARE(QSettings().value("last_gpx_load_path").toString(),
+             QFileInfo(paths.first()).absolutePath());
 
-    const bool no_tracks = choice == QLatin1String("-") && expected_name.isEmpty();
-    QCOMPARE(warnings_.size(), no_tracks ? 1 : 0);
-    if (no_tracks)
-        QCOMPARE(warnings_.first(),
-                 QStringLiteral("Error: It looks like there are no tracks in the selected gpx "
-                                "file. Please select a different one."));
+    QCOMPARE(warnings_, warning.isEmpty()
+                            ? QStringList()
+                            : QStringList("Error: " +
+                                          QString(warning.count(".\n\n") ? "These track files"
+                                                                         : "This track file") +
+                                          " could not be loaded:\n\n" + warning));
+    QCOMPARE(window_->chosen_tracks_.size(), expected_chosen);
     if (expected_name.isEmpty()) {
         QCOMPARE(window_->gpx_name_edit->text(), QStringLiteral("2014-05-06_132925"));
         QCOMPARE(window_->model->track_points().size(), 1);

@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QPair>
+#include <QSet>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -225,6 +227,36 @@ QList<gpx_track> track_loader::convert(const QString &path, const QString &suffi
             add_elevations(tracks, with_ele);
     }
     return tracks;
+}
+
+QList<gpx_track> track_loader::read_files(const QStringList &files, QStringList *failures,
+                                          const track_converter &converter)
+{
+    QList<QPair<QString, QList<gpx_track>>> read_tracks;
+    QHash<QString, QSet<QString>> files_of_name;
+    for (const QString &file : files) {
+        const QString name = QFileInfo(file).fileName();
+        QString why;
+        const QList<gpx_track> tracks = read(file, &why, converter);
+        if (tracks.isEmpty()) {
+            qWarning("%s: No track from '%s': %s", Q_FUNC_INFO, qUtf8Printable(file),
+                     qUtf8Printable(why));
+            *failures << tr("%1: %2").arg(name, why);
+            continue;
+        }
+        read_tracks.append({name, tracks});
+        for (const gpx_track &track : tracks)
+            files_of_name[track.name].insert(file);
+    }
+    QList<gpx_track> all;
+    for (const auto &file_tracks : qAsConst(read_tracks)) {
+        for (gpx_track track : file_tracks.second) {
+            if (files_of_name.value(track.name).size() > 1)
+                track.name = tr("%1: %2").arg(file_tracks.first, track.name);
+            all << track;
+        }
+    }
+    return all;
 }
 
 void track_loader::add_elevations(QList<gpx_track> &tracks, const QList<gpx_track> &with_ele)

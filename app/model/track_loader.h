@@ -29,6 +29,13 @@ public:
     static QList<gpx_track> read(const QString &file, QString *error,
                                  const track_converter &converter = track_converter());
 
+    // The tracks of several files in one list, file after file. A name that
+    // tracks of two or more files share gets the file's name in front:
+    // "monday.fit: ACTIVE LOG". Each file that gives none adds a line to
+    // `failures`, with its name and the reason, and is logged.
+    static QList<gpx_track> read_files(const QStringList &files, QStringList *failures,
+                                       const track_converter &converter = track_converter());
+
     // The elevations of `with_ele` given to the points of `tracks` that have
     // none and lie at the same position at the same time of day. Two reads of
     // one NMEA log meet here: the RMC sentences give the right time and
