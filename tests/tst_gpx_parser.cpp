@@ -297,6 +297,14 @@ void tst_gpx_parser::point_values_data()
     QTest::addRow("edges of the range")
         << QByteArray("lat=\"-90\" lon=\"180.0\"") << QByteArray() << "-90/180.0/"
         << "";
+    QTest::addRow("other forms of numbers")
+        << QByteArray("lat=\".5\" lon=\"-5.\"") << QByteArray("+1e-3") << ".5/-5./+1e-3"
+        << "";
+    QTest::addRow("lone dot") << QByteArray("lat=\".\" lon=\"1\"") << QByteArray() << ""
+                              << "latitude '.' is no number within 90 degrees";
+    QTest::addRow("exponent without digits")
+        << QByteArray("lat=\"1\" lon=\"1e\"") << QByteArray() << ""
+        << "longitude '1e' is no number within 180 degrees";
     QTest::addRow("ele no number")
         << QByteArray("lat=\"1\" lon=\"2\"") << QByteArray("high") << "1/2/"
         << "";
