@@ -120,7 +120,6 @@ QStringList track_converter::arguments(const QString &format, const QString &inp
 bool track_converter::convert(const QString &format, const QString &input, const QString &output,
                               QString *messages) const
 {
-    Q_ASSERT(QFileInfo(input).isAbsolute() && QFileInfo(output).isAbsolute());
     messages->clear();
     QFile::remove(output);
     const QString program = QStandardPaths::findExecutable(program_);
@@ -134,7 +133,11 @@ bool track_converter::convert(const QString &format, const QString &input, const
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(error_file);
-    process.start(program, arguments(format, input, output), QIODevice::ReadOnly);
+    // Absolute, so that a name like "-x.kml" can't be taken for an option.
+    process.start(program,
+                  arguments(format, QFileInfo(input).absoluteFilePath(),
+                            QFileInfo(output).absoluteFilePath()),
+                  QIODevice::ReadOnly);
     if (!process.waitForStarted(limit_ms_)) {
         qWarning("%s: Could not start '%s': %s.", Q_FUNC_INFO, qUtf8Printable(program),
                  qUtf8Printable(process.errorString()));

@@ -39,7 +39,7 @@ public:
     static QStringList arguments(const QString &format, const QString &input,
                                  const QString &output);
 
-    // Converts `input` (absolute) into `output` (absolute, replaced). On
+    // Converts `input` into `output`, which is replaced. On
     // success `messages` holds what GPSBabel printed, often nothing; on
     // failure the reason. A zero-point result is a success here: what counts
     // as a track is decided by the reader of `output`.
