@@ -281,91 +281,56 @@ void tst_gpx_parser::point_times()
 
 void tst_gpx_parser::point_values_data()
 {
-    QTest::addColumn<QByteArray>("attributes");
-    QTest::addColumn<QByteArray>("ele");       // the element's text; null: no element
-    QTest::addColumn<QString>("expected");     // "lat/lon/ele" as kept, or empty: left out
-    QTest::addColumn<QString>("left_out_why"); // the log line's reason
+    QTest::addColumn<QByteArray>("point");
+    QTest::addColumn<QString>("kept"); // "lat/lon/ele", or "!" and the log line's reason
 
-    QTest::addRow("digits kept as written")
-        << QByteArray("lat=\"046.50000\" lon=\"-0.1234567890\"") << QByteArray("0512.30")
-        << "046.50000/-0.1234567890/0512.30"
-        << "";
-    QTest::addRow("blanks around numbers trimmed")
-        << QByteArray("lat=\" 48.3 \" lon=\"&#9;11.5&#10;\"") << QByteArray("\n  500 \n")
-        << "48.3/11.5/500"
-        << "";
-    QTest::addRow("edges of the range")
-        << QByteArray("lat=\"-90\" lon=\"180.0\"") << QByteArray() << "-90/180.0/"
-        << "";
-    QTest::addRow("other forms of numbers")
-        << QByteArray("lat=\".5\" lon=\"-5.\"") << QByteArray("+1e-3") << ".5/-5./+1e-3"
-        << "";
-    QTest::addRow("lone dot") << QByteArray("lat=\".\" lon=\"1\"") << QByteArray() << ""
-                              << "latitude '.' is no number within 90 degrees";
-    QTest::addRow("exponent without digits")
-        << QByteArray("lat=\"1\" lon=\"1e\"") << QByteArray() << ""
-        << "longitude '1e' is no number within 180 degrees";
-    QTest::addRow("ele no number")
-        << QByteArray("lat=\"1\" lon=\"2\"") << QByteArray("high") << "1/2/"
-        << "";
-    QTest::addRow("ele nan") << QByteArray("lat=\"1\" lon=\"2\"") << QByteArray("nan") << "1/2/"
-                             << "";
-    QTest::addRow("word") << QByteArray("lat=\"abc\" lon=\"11.5\"") << QByteArray() << ""
-                          << "latitude 'abc' is no number within 90 degrees";
-    QTest::addRow("beyond the pole")
-        << QByteArray("lat=\"-90.0001\" lon=\"11.5\"") << QByteArray() << ""
-        << "latitude '-90.0001' is no number within 90 degrees";
-    QTest::addRow("beyond the date line")
-        << QByteArray("lat=\"48.1\" lon=\"180.5\"") << QByteArray() << ""
-        << "longitude '180.5' is no number within 180 degrees";
-    QTest::addRow("no latitude") << QByteArray("lon=\"11.5\"") << QByteArray() << ""
-                                 << "latitude '' is no number within 90 degrees";
-    QTest::addRow("nan") << QByteArray("lat=\"48.1\" lon=\"nan\"") << QByteArray() << ""
-                         << "longitude 'nan' is no number within 180 degrees";
-    QTest::addRow("huge") << QByteArray("lat=\"1e30\" lon=\"11.5\"") << QByteArray() << ""
-                          << "latitude '1e30' is no number within 90 degrees";
-    QTest::addRow("decimal comma") << QByteArray("lat=\"48,1\" lon=\"11.5\"") << QByteArray() << ""
-                                   << "latitude '48,1' is no number within 90 degrees";
-    // The line feed would make "-all=" a line of its own in an ExifTool command.
-    QTest::addRow("line feed and option")
-        << QByteArray("lat=\"48.1&#10;-all=\" lon=\"11.5\"") << QByteArray() << ""
-        << "latitude '48.1?-all=' is no number within 90 degrees";
+    const char *rows[][3] = {
+        {"digits as written", "lat=\"046.50\" lon=\"-0.123456789\"><ele>0512.30</ele>",
+         "046.50/-0.123456789/0512.30"},
+        {"blanks trimmed", "lat=\" 48.3 \" lon=\"&#9;11.5&#10;\"><ele>\n 500 </ele>",
+         "48.3/11.5/500"},
+        {"edges of the range", "lat=\"-90\" lon=\"180.0\">", "-90/180.0/"},
+        {"other forms", "lat=\".5\" lon=\"-5.\"><ele>+1e-3</ele>", ".5/-5./+1e-3"},
+        {"ele no number", "lat=\"1\" lon=\"2\"><ele>high</ele>", "1/2/"},
+        {"lone dot", "lat=\".\" lon=\"1\">", "!latitude '.' is no number within 90 degrees"},
+        {"bare exponent", "lat=\"1\" lon=\"1e\">",
+         "!longitude '1e' is no number within 180 degrees"},
+        {"word", "lat=\"abc\" lon=\"1\">", "!latitude 'abc' is no number within 90 degrees"},
+        {"beyond the pole", "lat=\"-90.0001\" lon=\"1\">",
+         "!latitude '-90.0001' is no number within 90 degrees"},
+        {"beyond the date line", "lat=\"1\" lon=\"180.5\">",
+         "!longitude '180.5' is no number within 180 degrees"},
+        // The line feed would make "-all=" a line of its own in an ExifTool command.
+        {"line feed and option", "lat=\"48.1&#10;-all=\" lon=\"1\">",
+         "!latitude '48.1?-all=' is no number within 90 degrees"}};
+    for (const auto &row : rows)
+        QTest::newRow(row[0]) << QByteArray(row[1]) << QString(row[2]);
 }
 
 // A point is kept with its texts trimmed, or left out with one log line;
 // the points beside it stay.
 void tst_gpx_parser::point_values()
 {
-    QFETCH(QByteArray, attributes);
-    QFETCH(QByteArray, ele);
-    QFETCH(QString, expected);
-    QFETCH(QString, left_out_why);
+    QFETCH(QByteArray, point);
+    QFETCH(QString, kept);
 
-    const QByteArray element = ele.isNull() ? QByteArray() : "<ele>" + ele + "</ele>";
-    const QString file =
-        write_file(QStringLiteral("values.gpx"),
-                   gpx("<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/>\n<trkpt " + attributes + ">" +
-                       element + "</trkpt><trkpt lat=\"2\" lon=\"2\"/></trkseg></trk>"));
-    if (!left_out_why.isEmpty())
-        QTest::ignoreMessage(QtWarningMsg,
-                             qPrintable(QStringLiteral("void gpx_parser::read(const QByteArray&): "
-                                                       "Leaving out the point of line 4: ") +
-                                        left_out_why + QLatin1Char('.')));
+    const QByteArray body = "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/>\n<trkpt " + point +
+                            "</trkpt><trkpt lat=\"2\" lon=\"2\"/></trkseg></trk>";
+    const QString file = write_file("values.gpx", gpx(body));
+    if (kept.startsWith('!'))
+        QTest::ignoreMessage(QtWarningMsg, qPrintable("void gpx_parser::read(const QByteArray&): "
+                                                      "Leaving out the point of line 4: " +
+                                                      kept.mid(1) + '.'));
     const gpx_parser parser(file);
-    QCOMPARE(parser.tracks.size(), 1);
-    QStringList kept;
-    for (const gpx_point &point : parser.tracks.first().points)
-        kept << point.lat + QLatin1Char('/') + point.lon + QLatin1Char('/') + point.ele;
-    QStringList expected_points = {QStringLiteral("1/1/"), QStringLiteral("2/2/")};
-    if (!expected.isEmpty())
-        expected_points.insert(1, expected);
-    QCOMPARE(kept, expected_points);
+    QStringList points;
+    for (const gpx_point &p : parser.tracks.value(0).points)
+        points << p.lat + '/' + p.lon + '/' + p.ele;
+    QCOMPARE(points.join(' '), kept.startsWith('!') ? "1/1/ 2/2/" : "1/1/ " + kept + " 2/2/");
 }
 
 void tst_gpx_parser::unreadable_data()
 {
     QTest::addColumn<QByteArray>("content"); // null: no file at all
-    QTest::addColumn<QString>("error");
 
     QByteArray truncated;
     {
@@ -376,40 +341,29 @@ void tst_gpx_parser::unreadable_data()
     QByteArray binary(4096, '\0');
     for (int i = 0; i < binary.size(); ++i)
         binary[i] = char((i * 37 + 11) & 0xff);
-    const QByteArray point = "<trk><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg></trk>";
 
-    QTest::addRow("missing file") << QByteArray()
-                                  << "The file can't be opened: No such file or directory";
-    QTest::addRow("empty file") << QByteArray("") << "Line 1: Premature end of document.";
-    QTest::addRow("truncated real file")
-        << truncated
-        << QStringLiteral("Line %1: Premature end of document.").arg(truncated.count('\n') + 1);
-    QTest::addRow("unclosed element")
-        << gpx("<trk><trkseg>") << "Line 4: Opening and ending tag mismatch.";
+    QTest::addRow("missing file") << QByteArray();
+    QTest::addRow("empty file") << QByteArray("");
+    QTest::addRow("truncated real file") << truncated;
+    QTest::addRow("unclosed element") << gpx("<trk><trkseg>");
     // what was read before the error neither counts nor prints
     QTest::addRow("broken after content")
         << QByteArray("<gpx><trk><name>A</name><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg>"
-                      "</trk><rte/><!-- c --><trk>")
-        << "Line 1: Premature end of document.";
-    QTest::addRow("two roots") << QByteArray("<gpx/><gpx/>")
-                               << "Line 1: Extra content at end of document.";
-    QTest::addRow("plain text") << QByteArray("lat,lon\n1,2\n") << "Line 1: Start tag expected.";
-    QTest::addRow("binary") << binary << "Line 1: Encountered incorrectly encoded content.";
-    QTest::addRow("nul bytes") << QByteArray(1000, '\0') << "Line 1: Start tag expected.";
+                      "</trk><rte/><!-- c --><trk>");
+    QTest::addRow("two roots") << QByteArray("<gpx/><gpx/>");
+    QTest::addRow("plain text") << QByteArray("lat,lon\n1,2\n");
+    QTest::addRow("binary") << binary;
+    QTest::addRow("nul bytes") << QByteArray(1000, '\0');
     // The stream reader takes these for well-formed.
-    QTest::addRow("control character in an attribute name")
-        << gpx(point + "\n<trk><trkseg><trkpt lat=\"3\" lon=\"4\" x\x01=\"1\"/></trkseg></trk>")
-        << "Line 4: A control character, which XML doesn't allow.";
-    QTest::addRow("control character in utf-16")
-        << QTextCodec::codecForName("UTF-16")->fromUnicode(
-               QString::fromLatin1(gpx(point + "<trk x\x01=\"1\"/>").replace("UTF-8", "UTF-16")))
-        << "Line 3: A control character, which XML doesn't allow.";
+    const QByteArray trk = "<trk><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg></trk>\n";
+    QTest::addRow("control character in a tag") << gpx(trk + "<trk x\x01=\"1\"/>");
+    QTest::addRow("control character in utf-16") << QTextCodec::codecForName("UTF-16")->fromUnicode(
+        QString::fromLatin1(gpx(trk + "<trk x\x01=\"1\"/>").replace("UTF-8", "UTF-16")));
 }
 
 void tst_gpx_parser::unreadable()
 {
     QFETCH(QByteArray, content);
-    QFETCH(QString, error);
     QString file = dir_.filePath(QStringLiteral("missing.gpx"));
     if (!content.isNull()) {
         QVERIFY(content.isEmpty() || content.size() > 5);
@@ -419,8 +373,10 @@ void tst_gpx_parser::unreadable()
     stream_capture out;
     const gpx_parser parser(file);
     QVERIFY(parser.tracks.isEmpty());
-    QCOMPARE(parser.error, error);
     QCOMPARE(out.text(), QString());
+    QCOMPARE(parser.error.isEmpty(), false); // Qt's texts but for control characters
+    if (QByteArray(QTest::currentDataTag()).startsWith("control"))
+        QCOMPARE(parser.error, "Line 4: A control character, which XML doesn't allow.");
 }
 
 namespace {
