@@ -4,7 +4,6 @@
 
 #include <KZip>
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
