@@ -30,6 +30,16 @@ std::optional<gpx_track> gpx_choice::chosen_track(const QList<gpx_track> &tracks
     return tracks.at(index - 1);
 }
 
+QList<gpx_track> gpx_choice::chosen_tracks(const QList<gpx_track> &tracks, const QString &chosen)
+{
+    const int index = choice_texts(tracks).indexOf(chosen);
+    if (index < 0)
+        return {};
+    if (index == 0)
+        return tracks;
+    return {tracks.at(index - 1)};
+}
+
 gpx_track gpx_choice::merge(const QList<gpx_track> &tracks)
 {
     gpx_track merged;

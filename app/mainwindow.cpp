@@ -8,8 +8,8 @@
 #include "language.h"
 #include "model/exif_cache.h"
 #include "model/gps_pos.h"
-#include "model/gpx_parser.h"
 #include "model/table_data_model.h"
+#include "model/track_loader.h"
 #include "number_validator.h"
 #include "supported_extensions.h"
 
@@ -130,8 +130,7 @@ MainWindow::MainWindow(QWidget *parent)
     };
     choose_gpx_files = [](QWidget *dialog_parent, const QString &caption, const QString &folder,
                           const QString &filter) {
-        const QString file = QFileDialog::getOpenFileName(dialog_parent, caption, folder, filter);
-        return file.isEmpty() ? QStringList() : QStringList(file);
+        return QFileDialog::getOpenFileNames(dialog_parent, caption, folder, filter);
     };
     ask_question = [](QWidget *box_parent, const QString &title, const QString &text,
                       const QString &yes_text, const QString &no_text,
@@ -413,6 +412,8 @@ void MainWindow::build_position_panel()
     gpx_radio->setStyleSheet(gpx_radio->styleSheet() + tooltip_rule);
     load_gpx_button = new vn::button_dark(this);
     load_gpx_button->setObjectName(QStringLiteral("load_gpx_button"));
+    load_gpx_button->setToolTip(tr("Load tracks: GPX, KML, KMZ, FIT, TCX, IGC, NMEA, CSV or PLT "
+                                   "files, several at once"));
     load_gpx_button->set_icon(QStringLiteral(":/images/icon_load.png"), -1, -1, icon_highlight,
                               icon_normal);
     gpx_name_edit = new vn::lineedit(this);
@@ -940,37 +941,47 @@ void MainWindow::on_load_gpx_clicked()
 {
     if (flow_running_)
         return;
-    const QString path =
-        choose_gpx_files(this, tr("Select gpx file"), last_gpx_load_path, tr("GPX files (*.gpx)"))
-            .value(0);
-    if (path.isEmpty())
+    const QStringList paths =
+        choose_gpx_files(this, tr("Select track files"), last_gpx_load_path,
+                         tr("Track files (%1)").arg(track_loader::name_patterns()) +
+                             QStringLiteral(";;") + tr("All files (*)"));
+    if (paths.isEmpty())
         return;
-    // Stored before the file is read, so that a bad file still moves the folder.
-    last_gpx_load_path = QFileInfo(path).absolutePath();
+    // Stored before the files are read, so that a bad file still moves the folder.
+    last_gpx_load_path = QFileInfo(paths.first()).absolutePath();
     save_state();
 
-    const gpx_parser parser(path);
-    const QList<gpx_track> &tracks = parser.tracks;
-    if (tracks.isEmpty()) {
+    QStringList failures;
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor); // GPSBabel may take a second
+    const QList<gpx_track> tracks = track_loader::read_files(paths, &failures);
+    QGuiApplication::restoreOverrideCursor();
+    if (!failures.isEmpty())
         show_warning(this, tr("Error"),
-                     tr("It looks like there are no tracks in the selected gpx file. Please "
-                        "select a different one."));
+                     (failures.size() == 1 ? tr("This track file could not be loaded:")
+                                           : tr("These track files could not be loaded:")) +
+                         QStringLiteral("\n\n") + failures.join(QStringLiteral("\n\n")));
+    if (tracks.isEmpty())
         return;
-    }
+    QList<gpx_track> chosen = tracks;
     gpx_track track = tracks.first();
     if (tracks.size() > 1) {
         bool ok = false;
-        const QString chosen = choose_item(
-            this, tr("Select track"),
-            tr("There are multiple tracks inside the selected gpx file. Please select one."),
-            gpx_choice::choice_texts(tracks), &ok);
+        const QString label =
+            paths.size() - failures.size() == 1
+                ? tr("There are multiple tracks inside the selected track file. Please select one.")
+                : tr("There are multiple tracks inside the selected track files. Please select "
+                     "one.");
+        const QString text =
+            choose_item(this, tr("Select track"), label, gpx_choice::choice_texts(tracks), &ok);
         if (!ok)
             return;
-        std::optional<gpx_track> found = gpx_choice::chosen_track(tracks, chosen);
+        std::optional<gpx_track> found = gpx_choice::chosen_track(tracks, text);
         if (!found)
             return;
         track = std::move(*found);
+        chosen = gpx_choice::chosen_tracks(tracks, text);
     }
+    chosen_tracks_ = chosen;
     gpx_name_edit->setText(track.name);
     model->set_gpx_track(track); // rebuilds the preview
 }

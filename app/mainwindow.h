@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/gpx_track.h"
+
 #include <vn/exif_tag_map.h>
 #include <vn/main_window.h>
 
@@ -112,7 +114,8 @@ private slots:
     // Asks, notes each file's old tags in undo_tags, removes all GPS data
     // and empties the table.
     void on_remove_gps_clicked();
-    // Reads a GPX file and hands one of its tracks, or all merged, to the model.
+    // Reads track files and hands one of their tracks, or all merged, to the
+    // model. Blocks while GPSBabel converts; tells which files gave nothing.
     void on_load_gpx_clicked();
     void about();
 
@@ -186,6 +189,9 @@ private:
     dialog_settings *settings_dialog = nullptr;
     QString last_image_load_path;
     QString last_gpx_load_path;
+    // The tracks the model's track stands for: the chosen one, or all tracks
+    // of all files loaded together when the merge was chosen.
+    QList<gpx_track> chosen_tracks_;
 
     bool flow_running_ = false;
     QList<QStringList> pending_loads_;

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCodec>
 #include <QTranslator>
 
 class tst_gpx_parser : public QObject
@@ -23,6 +24,9 @@ private slots:
 
     void point_times_data();
     void point_times();
+
+    void point_values_data();
+    void point_values();
 
     void unreadable_data();
     void unreadable();
@@ -210,10 +214,10 @@ void tst_gpx_parser::rules_data()
         {"lines in file order, name after segments",
          "<rte/><trk><trkseg/><name>Late</name><name>Second</name></trk><extensions/>", "Late:",
          "Unknown element found: rte\nTrack is named Late\nUnknown element found: extensions\n"},
-        {"coordinates kept as text",
-         "<trk><trkseg><trkpt lat=\"046.50000\" lon=\"abc\"/>"
-         "<trkpt lon=\"1e30\"/><trkpt lat=\"-91\" lon=\"nan\"/></trkseg></trk>",
-         "Track 1:046.50000/abc,/1e30,-91/nan", ""},
+        {"name on lines of its own", "<trk><name>\n    Ridge walk\n  </name></trk>",
+         "Ridge walk:", "Track is named Ridge walk\n"},
+        {"name as cdata between line breaks", "<trk><name>\n<![CDATA[ <Ridge> ]]>\n</name></trk>",
+         "<Ridge>:", "Track is named <Ridge>\n"},
         {"points elsewhere ignored",
          "<trk><trkpt lat=\"1\" lon=\"1\"/><trkseg><trkseg><trkpt lat=\"2\" lon=\"2\"/>"
          "</trkseg></trkseg></trk>",
@@ -275,6 +279,55 @@ void tst_gpx_parser::point_times()
     QCOMPARE(time.offsetFromUtc(), offset);
 }
 
+void tst_gpx_parser::point_values_data()
+{
+    QTest::addColumn<QByteArray>("point");
+    QTest::addColumn<QString>("kept"); // "lat/lon/ele", or "!" and the log line's reason
+
+    const char *rows[][3] = {
+        {"digits as written", "lat=\"046.50\" lon=\"-0.123456789\"><ele>0512.30</ele>",
+         "046.50/-0.123456789/0512.30"},
+        {"blanks trimmed", "lat=\" 48.3 \" lon=\"&#9;11.5&#10;\"><ele>\n 500 </ele>",
+         "48.3/11.5/500"},
+        {"edges of the range", "lat=\"-90\" lon=\"180.0\">", "-90/180.0/"},
+        {"other forms", "lat=\".5\" lon=\"-5.\"><ele>+1e-3</ele>", ".5/-5./+1e-3"},
+        {"ele no number", "lat=\"1\" lon=\"2\"><ele>high</ele>", "1/2/"},
+        {"lone dot", "lat=\".\" lon=\"1\">", "!latitude '.' is no number within 90 degrees"},
+        {"bare exponent", "lat=\"1\" lon=\"1e\">",
+         "!longitude '1e' is no number within 180 degrees"},
+        {"word", "lat=\"abc\" lon=\"1\">", "!latitude 'abc' is no number within 90 degrees"},
+        {"beyond the pole", "lat=\"-90.0001\" lon=\"1\">",
+         "!latitude '-90.0001' is no number within 90 degrees"},
+        {"beyond the date line", "lat=\"1\" lon=\"180.5\">",
+         "!longitude '180.5' is no number within 180 degrees"},
+        // The line feed would make "-all=" a line of its own in an ExifTool command.
+        {"line feed and option", "lat=\"48.1&#10;-all=\" lon=\"1\">",
+         "!latitude '48.1?-all=' is no number within 90 degrees"}};
+    for (const auto &row : rows)
+        QTest::newRow(row[0]) << QByteArray(row[1]) << QString(row[2]);
+}
+
+// A point is kept with its texts trimmed, or left out with one log line;
+// the points beside it stay.
+void tst_gpx_parser::point_values()
+{
+    QFETCH(QByteArray, point);
+    QFETCH(QString, kept);
+
+    const QByteArray body = "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"/>\n<trkpt " + point +
+                            "</trkpt><trkpt lat=\"2\" lon=\"2\"/></trkseg></trk>";
+    const QString file = write_file("values.gpx", gpx(body));
+    if (kept.startsWith('!'))
+        QTest::ignoreMessage(QtWarningMsg, qPrintable("void gpx_parser::read(const QByteArray&): "
+                                                      "Leaving out the point of line 4: " +
+                                                      kept.mid(1) + '.'));
+    const gpx_parser parser(file);
+    QStringList points;
+    for (const gpx_point &p : parser.tracks.value(0).points)
+        points << p.lat + '/' + p.lon + '/' + p.ele;
+    QCOMPARE(points.join(' '), kept.startsWith('!') ? "1/1/ 2/2/" : "1/1/ " + kept + " 2/2/");
+}
+
 void tst_gpx_parser::unreadable_data()
 {
     QTest::addColumn<QByteArray>("content"); // null: no file at all
@@ -301,6 +354,11 @@ void tst_gpx_parser::unreadable_data()
     QTest::addRow("plain text") << QByteArray("lat,lon\n1,2\n");
     QTest::addRow("binary") << binary;
     QTest::addRow("nul bytes") << QByteArray(1000, '\0');
+    // The stream reader takes these for well-formed.
+    const QByteArray trk = "<trk><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg></trk>\n";
+    QTest::addRow("control character in a tag") << gpx(trk + "<trk x\x01=\"1\"/>");
+    QTest::addRow("control character in utf-16") << QTextCodec::codecForName("UTF-16")->fromUnicode(
+        QString::fromLatin1(gpx(trk + "<trk x\x01=\"1\"/>").replace("UTF-8", "UTF-16")));
 }
 
 void tst_gpx_parser::unreadable()
@@ -316,6 +374,9 @@ void tst_gpx_parser::unreadable()
     const gpx_parser parser(file);
     QVERIFY(parser.tracks.isEmpty());
     QCOMPARE(out.text(), QString());
+    QCOMPARE(parser.error.isEmpty(), false); // Qt's texts but for control characters
+    if (QByteArray(QTest::currentDataTag()).startsWith("control"))
+        QCOMPARE(parser.error, "Line 4: A control character, which XML doesn't allow.");
 }
 
 namespace {

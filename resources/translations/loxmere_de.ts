@@ -176,28 +176,44 @@ Die meisten Programme bevorzugen den EXIF-Tag gegenüber dem QuickTime-Tag.</tra
         <translation>Möchten Sie wirklich alle GPS-Informationen aus allen derzeit geladenen Fotos (%1) löschen?</translation>
     </message>
     <message>
-        <source>Select gpx file</source>
-        <translation>GPX-Datei auswählen</translation>
-    </message>
-    <message>
-        <source>GPX files (*.gpx)</source>
-        <translation>GPX-Dateien (*.gpx)</translation>
-    </message>
-    <message>
         <source>Error</source>
         <translation>Fehler</translation>
-    </message>
-    <message>
-        <source>It looks like there are no tracks in the selected gpx file. Please select a different one.</source>
-        <translation>Die ausgewählte GPX-Datei scheint keine Tracks zu enthalten. Bitte wählen Sie eine andere aus.</translation>
     </message>
     <message>
         <source>Select track</source>
         <translation>Track auswählen</translation>
     </message>
     <message>
-        <source>There are multiple tracks inside the selected gpx file. Please select one.</source>
-        <translation>Die ausgewählte GPX-Datei enthält mehrere Tracks. Bitte wählen Sie einen aus.</translation>
+        <source>Load tracks: GPX, KML, KMZ, FIT, TCX, IGC, NMEA, CSV or PLT files, several at once</source>
+        <translation>Tracks laden: GPX-, KML-, KMZ-, FIT-, TCX-, IGC-, NMEA-, CSV- oder PLT-Dateien, auch mehrere auf einmal</translation>
+    </message>
+    <message>
+        <source>Select track files</source>
+        <translation>Track-Dateien auswählen</translation>
+    </message>
+    <message>
+        <source>Track files (%1)</source>
+        <translation>Track-Dateien (%1)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>This track file could not be loaded:</source>
+        <translation>Diese Track-Datei konnte nicht geladen werden:</translation>
+    </message>
+    <message>
+        <source>These track files could not be loaded:</source>
+        <translation>Diese Track-Dateien konnten nicht geladen werden:</translation>
+    </message>
+    <message>
+        <source>There are multiple tracks inside the selected track file. Please select one.</source>
+        <translation>Die ausgewählte Track-Datei enthält mehrere Tracks. Bitte wählen Sie einen aus.</translation>
+    </message>
+    <message>
+        <source>There are multiple tracks inside the selected track files. Please select one.</source>
+        <translation>Die ausgewählten Track-Dateien enthalten mehrere Tracks. Bitte wählen Sie einen aus.</translation>
     </message>
 </context>
 <context>
@@ -238,6 +254,22 @@ Die Anwendung muss neu gestartet werden, um die neue Sprache zu verwenden.</tran
         <source>Waypoints</source>
         <translation>Wegpunkte</translation>
     </message>
+    <message>
+        <source>The file can&apos;t be opened: %1</source>
+        <translation>Die Datei lässt sich nicht öffnen: %1</translation>
+    </message>
+    <message>
+        <source>The file can&apos;t be read: %1</source>
+        <translation>Die Datei lässt sich nicht lesen: %1</translation>
+    </message>
+    <message>
+        <source>Line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>Line %1: A control character, which XML doesn&apos;t allow.</source>
+        <translation>Zeile %1: Ein Steuerzeichen, das XML nicht erlaubt.</translation>
+    </message>
 </context>
 <context>
     <name>table_data_model</name>
@@ -256,6 +288,80 @@ Die Anwendung muss neu gestartet werden, um die neue Sprache zu verwenden.</tran
     <message>
         <source>Clear GPS data</source>
         <translation>GPS-Daten löschen</translation>
+    </message>
+</context>
+<context>
+    <name>track_converter</name>
+    <message>
+        <source>GPSBabel, which reads every track format but GPX, isn&apos;t installed.</source>
+        <translation>GPSBabel, das alle Track-Formate außer GPX liest, ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>GPSBabel could not be started: %1</source>
+        <translation>GPSBabel konnte nicht gestartet werden: %1</translation>
+    </message>
+    <message>
+        <source>GPSBabel did not finish within %1 seconds.</source>
+        <translation>GPSBabel ist nicht innerhalb von %1 Sekunden fertig geworden.</translation>
+    </message>
+    <message>
+        <source>GPSBabel failed with exit code %1.</source>
+        <translation>GPSBabel ist mit dem Exit-Code %1 gescheitert.</translation>
+    </message>
+</context>
+<context>
+    <name>track_loader</name>
+    <message>
+        <source>The KMZ archive can&apos;t be read: %1</source>
+        <translation>Das KMZ-Archiv lässt sich nicht lesen: %1</translation>
+    </message>
+    <message>
+        <source>The KMZ archive holds no KML file.</source>
+        <translation>Das KMZ-Archiv enthält keine KML-Datei.</translation>
+    </message>
+    <message>
+        <source>The KMZ archive can&apos;t be unpacked: %1</source>
+        <translation>Das KMZ-Archiv lässt sich nicht entpacken: %1</translation>
+    </message>
+    <message>
+        <source>GPSBabel&apos;s GPX can&apos;t be read: %1</source>
+        <translation>Das GPX von GPSBabel lässt sich nicht lesen: %1</translation>
+    </message>
+    <message>
+        <source>It holds no track point.</source>
+        <translation>Sie enthält keinen Trackpunkt.</translation>
+    </message>
+    <message>
+        <source>GPSBabel read no track point from it.</source>
+        <translation>GPSBabel hat keinen Trackpunkt daraus gelesen.</translation>
+    </message>
+    <message>
+        <source>None of its track points has a time. KML keeps times only in tracks written as gx:Track.</source>
+        <translation>Keiner ihrer Trackpunkte hat eine Zeit. KML enthält Zeiten nur in Tracks, die als gx:Track geschrieben sind.</translation>
+    </message>
+    <message>
+        <source>None of its track points has a time.</source>
+        <translation>Keiner ihrer Trackpunkte hat eine Zeit.</translation>
+    </message>
+    <message>
+        <source>All its track points have the same time, %1: the clock didn&apos;t run.</source>
+        <translation>Alle ihre Trackpunkte haben dieselbe Zeit, %1: Die Uhr lief nicht.</translation>
+    </message>
+    <message>
+        <source>The file can&apos;t be opened: %1</source>
+        <translation>Die Datei lässt sich nicht öffnen: %1</translation>
+    </message>
+    <message>
+        <source>This isn&apos;t a kind of track file that Loxmere reads: GPX, KML, KMZ, FIT, TCX, IGC, NMEA, CSV or PLT.</source>
+        <translation>Diese Art von Track-Datei liest Loxmere nicht. Es liest GPX, KML, KMZ, FIT, TCX, IGC, NMEA, CSV und PLT.</translation>
+    </message>
+    <message>
+        <source>No temporary folder for the conversion: %1</source>
+        <translation>Kein temporärer Ordner für die Umwandlung: %1</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 </TS>
