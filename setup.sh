@@ -8,6 +8,7 @@ loxmere_packages=(
     qtbase5-dev qttools5-dev qttools5-dev-tools qttranslations5-l10n
     qt5-image-formats-plugins
     libimage-exiftool-perl fonts-freefont-ttf
+    desktop-file-utils appstream lintian dpkg-dev file
 )
 
 loxmere_install_missing() {
