@@ -262,13 +262,10 @@ QPainterPath pin_path(qreal tip_x, qreal tip_y, qreal r, qreal hole)
     return pin;
 }
 
-// A picture frame with a mountain and a sun in it.
-void photo(QPainter &p, const QRectF &r, qreal stroke, const QColor &c)
+// What a photo shows: a mountain standing on the bottom of `in` and, if asked
+// for, a sun in its upper right corner.
+void landscape(QPainter &p, const QRectF &in, const QColor &c, bool sun)
 {
-    p.setPen(pen(c, stroke));
-    p.setBrush(Qt::NoBrush);
-    p.drawRect(r.adjusted(stroke / 2, stroke / 2, -stroke / 2, -stroke / 2));
-    const QRectF in = r.adjusted(stroke * 2, stroke * 2, -stroke * 2, -stroke * 2);
     p.setPen(Qt::NoPen);
     p.setBrush(c);
     p.drawPolygon(QPolygonF({QPointF(in.left(), in.bottom()),
@@ -276,8 +273,18 @@ void photo(QPainter &p, const QRectF &r, qreal stroke, const QColor &c)
                              QPointF(in.left() + in.width() * 0.62, in.top() + in.height() * 0.7),
                              QPointF(in.left() + in.width() * 0.76, in.top() + in.height() * 0.52),
                              QPointF(in.right(), in.bottom())}));
-    const qreal sun = in.height() * 0.14;
-    p.drawEllipse(QPointF(in.right() - sun * 2, in.top() + sun * 2), sun, sun);
+    const qreal r = in.height() * 0.14;
+    if (sun)
+        p.drawEllipse(QPointF(in.right() - r * 2, in.top() + r * 2), r, r);
+}
+
+// A picture frame with a mountain and a sun in it.
+void photo(QPainter &p, const QRectF &r, qreal stroke, const QColor &c)
+{
+    p.setPen(pen(c, stroke));
+    p.setBrush(Qt::NoBrush);
+    p.drawRect(r.adjusted(stroke / 2, stroke / 2, -stroke / 2, -stroke / 2));
+    landscape(p, r.adjusted(stroke * 2, stroke * 2, -stroke * 2, -stroke * 2), c, true);
 }
 
 void header_sync(QPainter &p)
@@ -502,17 +509,7 @@ void app_icon(QPainter &p, int n)
     p.drawRect(frame);
     p.setBrush(QColor(30, 30, 30));
     p.drawRect(frame.adjusted(s, s, -s, -s));
-    const QRectF in = frame.adjusted(inset, inset, -inset, -inset);
-    p.setBrush(muted);
-    p.drawPolygon(QPolygonF({QPointF(in.left(), in.bottom()),
-                             QPointF(in.left() + in.width() * 0.38, in.top() + in.height() * 0.35),
-                             QPointF(in.left() + in.width() * 0.62, in.top() + in.height() * 0.7),
-                             QPointF(in.left() + in.width() * 0.76, in.top() + in.height() * 0.52),
-                             QPointF(in.right(), in.bottom())}));
-    if (!small) {
-        const qreal sun = in.height() * 0.14;
-        p.drawEllipse(QPointF(in.right() - sun * 2, in.top() + sun * 2), sun, sun);
-    }
+    landscape(p, frame.adjusted(inset, inset, -inset, -inset), muted, !small);
 
     // A dark rim outside the pin parts it from the frame; drawn first and
     // then covered, it takes nothing from the pin's own width.
