@@ -9,6 +9,7 @@ loxmere_packages=(
     qt5-image-formats-plugins
     libimage-exiftool-perl fonts-freefont-ttf
     gpsbabel libkf5archive-dev
+    desktop-file-utils appstream lintian dpkg-dev file
 )
 
 loxmere_install_missing() {

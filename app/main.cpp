@@ -1,3 +1,4 @@
+#include "command_line.h"
 #include "language.h"
 #include "mainwindow.h"
 
@@ -8,7 +9,9 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QDir>
 #include <QGuiApplication>
+#include <QTimer>
 
 #include <functional>
 
@@ -20,8 +23,10 @@ int main(int argc, char **argv)
     QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
     QCoreApplication::setOrganizationDomain(QStringLiteral("orvane.example"));
     QCoreApplication::setApplicationName(QStringLiteral("Loxmere"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("2.1.0"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(LOXMERE_VERSION));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Loxmere"));
+    // Lets the desktop match the window to its menu entry and icon.
+    QGuiApplication::setDesktopFileName(QStringLiteral(LOXMERE_APP_ID));
 
     // Only takes effect before the application object exists.
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
@@ -34,6 +39,12 @@ int main(int argc, char **argv)
 
     install_translators();
 
+    // After the translators, so that the help text is in the user's language.
+    const command_line request =
+        command_line::parse(QCoreApplication::arguments(), QDir::currentPath());
+    if (!request.run)
+        return request.report();
+
     vn::application_log::create(&app);
 
     const std::function<MainWindow *()> boot_main_window = [&app] {
@@ -44,6 +55,11 @@ int main(int argc, char **argv)
     QGuiApplication::setQuitOnLastWindowClosed(true);
     window->setAttribute(Qt::WA_DeleteOnClose, true);
     window->show();
+    if (!request.paths.isEmpty()) {
+        // Loaded from the event loop, as a drop is, once the window is up.
+        QTimer::singleShot(0, window,
+                           [window, paths = request.paths] { window->open_paths(paths); });
+    }
 
     return app.exec();
 }

@@ -672,9 +672,13 @@ bool MainWindow::event(QEvent *e)
     if (e->type() != QEvent::FileOpen)
         return QMainWindow::event(e);
 
-    const QString path = static_cast<QFileOpenEvent *>(e)->file();
-    load_files(drop_files_widget::plain_files({path}));
+    open_paths({static_cast<QFileOpenEvent *>(e)->file()});
     return true;
+}
+
+void MainWindow::open_paths(const QStringList &paths)
+{
+    load_files(drop_files_widget::plain_files(paths));
 }
 
 void MainWindow::on_load_clicked()
@@ -724,13 +728,16 @@ void MainWindow::run_load(const QStringList &files)
     paint(false);
 
     int count = 0;
+    int taken = 0;
     for (const QString &path : files) {
         if (has_supported_extension(path)) {
             // ExifTool would read every file in a folder as if it were this one.
-            if (QFileInfo(path).isDir())
+            if (QFileInfo(path).isDir()) {
                 qInfo("%s: Skipping a folder: %s", Q_FUNC_INFO, qUtf8Printable(path));
-            else
+            } else {
                 model->add_file(path);
+                ++taken;
+            }
         }
         const bool show = since_paint.elapsed() >= repaint_interval_ms;
         if (show) {
@@ -745,6 +752,12 @@ void MainWindow::run_load(const QStringList &files)
     paint(true);
     model->refresh();
     sync_button->setEnabled(model->rowCount() > 0);
+
+    int positioned = 0;
+    for (const cache_entry &entry : model->cache())
+        positioned += entry.position.lat.isEmpty() ? 0 : 1;
+    qInfo("%s: Took %d of %d file(s); the table holds %d, %d of them with a position.",
+          Q_FUNC_INFO, taken, int(files.size()), model->rowCount(), positioned);
 }
 
 void MainWindow::closeEvent(QCloseEvent *e)

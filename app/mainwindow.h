@@ -83,6 +83,11 @@ public:
                               const QStringList &items, bool *ok)>;
     choose_item_function choose_item;
 
+    // Loads what the desktop names (a file-open request, the command line) as
+    // a drop would: a folder brings the files directly in it, and whatever
+    // isn't an existing plain file is left out.
+    void open_paths(const QStringList &paths);
+
     // The tags that bring `file` back to what it held when it was read.
     static exif_tag_map build_undo_tags(const QString &file);
 

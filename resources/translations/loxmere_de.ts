@@ -238,6 +238,25 @@ Die Anwendung muss neu gestartet werden, um die neue Sprache zu verwenden.</tran
     </message>
 </context>
 <context>
+    <name>command_line</name>
+    <message>
+        <source>Gives photos GPS positions.</source>
+        <translation>Gibt Fotos GPS-Positionen.</translation>
+    </message>
+    <message>
+        <source>Photos, videos and folders to load. A folder brings the files directly in it.</source>
+        <translation>Zu ladende Fotos, Videos und Ordner. Ein Ordner bringt die Dateien, die direkt in ihm liegen.</translation>
+    </message>
+    <message>
+        <source>[FILE|FOLDER...]</source>
+        <translation>[DATEI|ORDNER...]</translation>
+    </message>
+    <message>
+        <source>files</source>
+        <translation>Dateien</translation>
+    </message>
+</context>
+<context>
     <name>dialog_settings</name>
     <message>
         <source>Settings</source>

@@ -20,6 +20,7 @@
 #include <QRadialGradient>
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <functional>
@@ -261,13 +262,10 @@ QPainterPath pin_path(qreal tip_x, qreal tip_y, qreal r, qreal hole)
     return pin;
 }
 
-// A picture frame with a mountain and a sun in it.
-void photo(QPainter &p, const QRectF &r, qreal stroke, const QColor &c)
+// What a photo shows: a mountain standing on the bottom of `in` and, if asked
+// for, a sun in its upper right corner.
+void landscape(QPainter &p, const QRectF &in, const QColor &c, bool sun)
 {
-    p.setPen(pen(c, stroke));
-    p.setBrush(Qt::NoBrush);
-    p.drawRect(r.adjusted(stroke / 2, stroke / 2, -stroke / 2, -stroke / 2));
-    const QRectF in = r.adjusted(stroke * 2, stroke * 2, -stroke * 2, -stroke * 2);
     p.setPen(Qt::NoPen);
     p.setBrush(c);
     p.drawPolygon(QPolygonF({QPointF(in.left(), in.bottom()),
@@ -275,8 +273,18 @@ void photo(QPainter &p, const QRectF &r, qreal stroke, const QColor &c)
                              QPointF(in.left() + in.width() * 0.62, in.top() + in.height() * 0.7),
                              QPointF(in.left() + in.width() * 0.76, in.top() + in.height() * 0.52),
                              QPointF(in.right(), in.bottom())}));
-    const qreal sun = in.height() * 0.14;
-    p.drawEllipse(QPointF(in.right() - sun * 2, in.top() + sun * 2), sun, sun);
+    const qreal r = in.height() * 0.14;
+    if (sun)
+        p.drawEllipse(QPointF(in.right() - r * 2, in.top() + r * 2), r, r);
+}
+
+// A picture frame with a mountain and a sun in it.
+void photo(QPainter &p, const QRectF &r, qreal stroke, const QColor &c)
+{
+    p.setPen(pen(c, stroke));
+    p.setBrush(Qt::NoBrush);
+    p.drawRect(r.adjusted(stroke / 2, stroke / 2, -stroke / 2, -stroke / 2));
+    landscape(p, r.adjusted(stroke * 2, stroke * 2, -stroke * 2, -stroke * 2), c, true);
 }
 
 void header_sync(QPainter &p)
@@ -451,25 +459,63 @@ void bar_background(QPainter &p, int h)
     p.fillRect(QRectF(0, h - 1, 8, 1), QColor(24, 24, 24));
 }
 
-void app_icon(QPainter &p)
+// The application's icon at n x n pixels: the window's (256) and the desktop
+// theme's sizes. Edges of the tile and the photo frame fall on whole pixels at
+// every size and their widths are whole pixels. Below 48 px the tilted shadow
+// and the sun go, which would only blur, and the pin grows and moves clear of
+// the frame's middle, so that at 16 px it still reads as a pin on a photo.
+void app_icon(QPainter &p, int n)
 {
-    QLinearGradient g(0, 16, 0, 240);
+    const qreal k = n / 256.0;
+    const auto edge = [k](qreal at_256) { return qreal(std::lround(at_256 * k)); };
+    const auto width = [k](qreal at_256) { return std::max<qreal>(1, std::lround(at_256 * k)); };
+    const bool small = n < 48;
+    p.setPen(Qt::NoPen);
+
+    // The tile's border and body as two fills: a stroke would put its edge
+    // between pixels at the sizes where its width is odd.
+    const qreal m = edge(16);
+    const QRectF tile(m, m, n - 2 * m, n - 2 * m);
+    const qreal b = width(4);
+    p.setBrush(border);
+    p.drawRoundedRect(tile, 42 * k, 42 * k);
+    QLinearGradient g(0, tile.top(), 0, tile.bottom());
     g.setColorAt(0, QColor(64, 64, 64));
     g.setColorAt(1, QColor(36, 36, 36));
-    p.setPen(pen(border, 4));
     p.setBrush(g);
-    p.drawRoundedRect(QRectF(18, 18, 220, 220), 40, 40);
-    p.save();
-    p.translate(124, 140);
-    p.rotate(-6);
-    p.setPen(Qt::NoPen);
+    p.drawRoundedRect(tile.adjusted(b, b, -b, -b), 42 * k - b, 42 * k - b);
+
+    if (!small) {
+        p.save();
+        p.scale(k, k);
+        p.translate(124, 140);
+        p.rotate(-6);
+        p.setBrush(QColor(30, 30, 30));
+        p.drawRect(QRectF(-80, -56, 160, 118));
+        p.restore();
+    }
+
+    // The pin's tip lies on a pixel's centre line, so that its two sides
+    // blur alike.
+    const QRectF frame = small ? QRectF(QPointF(std::lround(0.19 * n), std::lround(0.31 * n)),
+                                        QPointF(std::lround(0.69 * n), std::lround(0.75 * n)))
+                               : QRectF(QPointF(edge(40), edge(78)), QPointF(edge(200), edge(196)));
+    const QPointF tip = small ? QPointF(std::floor(0.68 * n) + 0.5, std::lround(0.84 * n))
+                              : QPointF(edge(178), edge(196));
+    const qreal r = small ? 0.15 * n : 34 * k;
+    const qreal s = width(8);
+    const qreal inset = small ? s : 2 * s;
+    p.setBrush(muted);
+    p.drawRect(frame);
     p.setBrush(QColor(30, 30, 30));
-    p.drawRect(QRectF(-80, -56, 160, 118));
-    p.restore();
-    photo(p, QRectF(40, 78, 160, 118), 8, muted);
-    p.setPen(QPen(QColor(36, 36, 36), 8));
-    p.setBrush(text);
-    p.drawPath(pin_path(178, 196, 34, 13));
+    p.drawRect(frame.adjusted(s, s, -s, -s));
+    landscape(p, frame.adjusted(inset, inset, -inset, -inset), muted, !small);
+
+    // A dark rim outside the pin parts it from the frame; drawn first and
+    // then covered, it takes nothing from the pin's own width.
+    const QPainterPath pin = pin_path(tip.x(), tip.y(), r, r * 13 / 34);
+    p.strokePath(pin, QPen(QColor(36, 36, 36), 2 * width(4)));
+    p.fillPath(pin, text);
 }
 
 using registry = QMap<QString, image_spec>;
@@ -514,7 +560,11 @@ registry all_images()
     r["combobox/arrow.png"] = {QSize(24, 24), combobox_arrow};
 
     // application
-    r["icon.png"] = {QSize(256, 256), app_icon};
+    r["icon.png"] = {QSize(256, 256), [](QPainter &p) { app_icon(p, 256); }};
+    for (const int n : {16, 22, 24, 32, 48, 64, 128, 256}) {
+        r[QStringLiteral("hicolor/%1x%1/apps/loxmere.png").arg(n)] = {
+            QSize(n, n), [n](QPainter &p) { app_icon(p, n); }};
+    }
     const QSize head_icon(17, 17);
     r["icon_settings.png"] = {
         head_icon, [](QPainter &p) { gear(p, QPointF(8.5, 8.5), 8.5, 5.6, 2.4, 8, 3.0); }};
