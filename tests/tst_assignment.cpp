@@ -125,9 +125,9 @@ void tst_assignment::rules_data()
         const QString expected = QString::fromUtf8(s.expected);
         for (const bool descending : {false, true})
             QTest::addRow("%s, %s", s.tag, descending ? "descending" : "ascending")
-                << s.mode << descending << s.minutes_closest << s.minutes_gpx
-                << QString(s.photos) << QString(s.track)
-                << (descending ? swap_arrows(expected) : expected) << s.counters;
+                << s.mode << descending << s.minutes_closest << s.minutes_gpx << QString(s.photos)
+                << QString(s.track) << (descending ? swap_arrows(expected) : expected)
+                << s.counters;
     }
 }
 
@@ -146,8 +146,7 @@ void tst_assignment::rules()
     const std::vector<assignment::entry> track_list = entries(track == "-" ? QString() : track);
     const int photo_count = int(photo_list.size());
     const assignment::result r = assignment::run(
-        photo_list, track_list,
-        {sync_mode(mode), descending, minutes_closest, minutes_gpx});
+        photo_list, track_list, {sync_mode(mode), descending, minutes_closest, minutes_gpx});
 
     QCOMPARE(QList<int>({r.assigned, r.not_assigned, r.total, int(r.overwrites_gps)}), counters);
     QCOMPARE(int(r.photos.size()), photo_count);

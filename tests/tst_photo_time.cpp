@@ -133,28 +133,34 @@ void tst_photo_time::reference_data()
     QTest::addColumn<qint64>("correction"); // -1: doesn't read
 
     const QByteArray tokyo("Asia/Tokyo");
-    QTest::addRow("3 minutes ahead") << "2021-06-01 12:03:00" << "2021-06-01T12:00:00+09:00"
-                                     << tokyo << 180ll;
-    QTest::addRow("ExifTool's form") << "2021:06:01 11:59:30" << "2021-06-01T12:00:00+09:00"
-                                     << tokyo << -30ll;
+    QTest::addRow("3 minutes ahead") << "2021-06-01 12:03:00"
+                                     << "2021-06-01T12:00:00+09:00" << tokyo << 180ll;
+    QTest::addRow("ExifTool's form") << "2021:06:01 11:59:30"
+                                     << "2021-06-01T12:00:00+09:00" << tokyo << -30ll;
     QTest::addRow("recorded in another zone") << "2021-06-01 12:00:00"
                                               << "2021-06-01T12:00:00+02:00" << tokyo << -25200ll;
-    QTest::addRow("time alone") << "12:03" << "2021-06-01T12:00:00+09:00" << tokyo << 180ll;
-    QTest::addRow("time alone past midnight") << "00:02:00" << "2021-06-01T23:59:00+09:00" << tokyo
-                                              << 180ll;
-    QTest::addRow("time alone before midnight") << "23:58" << "2021-06-02T00:01:00+09:00"
-                                                << tokyo << -180ll;
-    QTest::addRow("a year off") << "2022-06-01 12:00" << "2021-06-01T12:00:00+09:00" << tokyo
-                                << 31536000ll;
-    QTest::addRow("fixed zone") << "12:00" << "2021-06-01T12:00:00Z" << QByteArray("UTC+01:00")
-                                << -3600ll;
-    QTest::addRow("no time") << "2021-06-01" << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
-    QTest::addRow("bad hour") << "25:00" << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
-    QTest::addRow("words") << "noon" << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
-    QTest::addRow("three parts") << "2021-06-01 12:00 PM" << "2021-06-01T12:00:00+09:00" << tokyo
-                                 << -1ll;
-    QTest::addRow("empty") << "" << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
-    QTest::addRow("recorded invalid") << "12:00" << "" << tokyo << -1ll;
+    QTest::addRow("time alone") << "12:03"
+                                << "2021-06-01T12:00:00+09:00" << tokyo << 180ll;
+    QTest::addRow("time alone past midnight") << "00:02:00"
+                                              << "2021-06-01T23:59:00+09:00" << tokyo << 180ll;
+    QTest::addRow("time alone before midnight") << "23:58"
+                                                << "2021-06-02T00:01:00+09:00" << tokyo << -180ll;
+    QTest::addRow("a year off") << "2022-06-01 12:00"
+                                << "2021-06-01T12:00:00+09:00" << tokyo << 31536000ll;
+    QTest::addRow("fixed zone") << "12:00"
+                                << "2021-06-01T12:00:00Z" << QByteArray("UTC+01:00") << -3600ll;
+    QTest::addRow("no time") << "2021-06-01"
+                             << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
+    QTest::addRow("bad hour") << "25:00"
+                              << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
+    QTest::addRow("words") << "noon"
+                           << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
+    QTest::addRow("three parts") << "2021-06-01 12:00 PM"
+                                 << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
+    QTest::addRow("empty") << ""
+                           << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
+    QTest::addRow("recorded invalid") << "12:00"
+                                      << "" << tokyo << -1ll;
 }
 
 void tst_photo_time::reference()
@@ -164,8 +170,8 @@ void tst_photo_time::reference()
     QFETCH(QByteArray, zone);
     QFETCH(qint64, correction);
 
-    const std::optional<qint64> got = photo_time::reference_correction(
-        shown, QDateTime::fromString(recorded, Qt::ISODate), zone);
+    const std::optional<qint64> got =
+        photo_time::reference_correction(shown, QDateTime::fromString(recorded, Qt::ISODate), zone);
     QCOMPARE(got.value_or(-1), correction);
 }
 

@@ -145,9 +145,12 @@ void tst_table_data_model::store_data()
     const QString from_a = "|10.500000, -20.250000|a.jpg|";
     QTest::addRow("previous") << 0 << 0 << own + " ↑" + from_a + " ↑" + from_a << "";
     QTest::addRow("previous, descending") << 0 << 1 << own + " ↓" + from_a + " ↓" + from_a << "";
-    QTest::addRow("following") << 1 << 0 << own + " ?|-|| ?|-||" << "";
-    QTest::addRow("gpx") << 4 << 0 << own + " ↑" + from_a + " G|47.1, 8.2||gpx" << "";
-    QTest::addRow("unknown mode") << 9 << 0 << own + " ||| |||" << "Unknown sync_order 9\n";
+    QTest::addRow("following") << 1 << 0 << own + " ?|-|| ?|-||"
+                               << "";
+    QTest::addRow("gpx") << 4 << 0 << own + " ↑" + from_a + " G|47.1, 8.2||gpx"
+                         << "";
+    QTest::addRow("unknown mode") << 9 << 0 << own + " ||| |||"
+                                  << "Unknown sync_order 9\n";
 }
 
 void tst_table_data_model::store()
@@ -363,27 +366,27 @@ void tst_table_data_model::date_text_data()
     QTest::addRow("local winter") << winter << "|" << format << local << 0ll
                                   << "2015-01-01 08:00:00  UTC+01:00";
     QTest::addRow("iptc west") << summer << "|-05:00" << format << local << 0ll << s + "-05:00";
-    QTest::addRow("iptc half hour") << summer << "|+05:30" << format << local << 0ll
-                                    << s + "+05:30";
-    QTest::addRow("iptc without colon") << summer << "|+0545" << format << local << 0ll
-                                        << s + "+05:45";
+    QTest::addRow("iptc half hour")
+        << summer << "|+05:30" << format << local << 0ll << s + "+05:30";
+    QTest::addRow("iptc without colon")
+        << summer << "|+0545" << format << local << 0ll << s + "+05:45";
     QTest::addRow("iptc unreadable") << summer << "|+ab" << format << local << 0ll << s + "+00:00";
-    QTest::addRow("iptc beyond 14 hours") << summer << "|+15:00" << format << local << 0ll
-                                          << s + "+00:00";
-    QTest::addRow("exif over iptc") << summer << "+09:00|-05:00" << format << local << 0ll
-                                    << s + "+09:00";
+    QTest::addRow("iptc beyond 14 hours")
+        << summer << "|+15:00" << format << local << 0ll << s + "+00:00";
+    QTest::addRow("exif over iptc")
+        << summer << "+09:00|-05:00" << format << local << 0ll << s + "+09:00";
     QTest::addRow("invalid date") << QDateTime() << "|" << format << local << 0ll << "-";
     QTest::addRow("empty format") << summer << "|" << QString() << local << 0ll << "-";
     QTest::addRow("camera zone") << summer << "|" << format << QByteArray("Asia/Tokyo") << 0ll
                                  << s + "+09:00";
-    QTest::addRow("camera fixed offset") << summer << "|" << format << QByteArray("UTC-03:30")
-                                         << 0ll << s + "-03:30";
+    QTest::addRow("camera fixed offset")
+        << summer << "|" << format << QByteArray("UTC-03:30") << 0ll << s + "-03:30";
     QTest::addRow("own zone over camera zone")
         << summer << "|+01:00" << format << QByteArray("Asia/Tokyo") << 0ll << s + "+01:00";
     QTest::addRow("correction") << summer << "|" << format << local << -3661ll
                                 << "2015-06-01 11:33:55  UTC+02:00";
-    QTest::addRow("correction with own zone") << summer << "+09:00|" << format << local << 86400ll
-                                              << "2015-06-02 12:34:56  UTC+09:00";
+    QTest::addRow("correction with own zone")
+        << summer << "+09:00|" << format << local << 86400ll << "2015-06-02 12:34:56  UTC+09:00";
     // New York's clocks went from 02:00 to 03:00 on 2015-03-08.
     QTest::addRow("camera zone, before the change")
         << QDateTime(QDate(2015, 3, 8), QTime(1, 30)) << "|" << format
@@ -629,9 +632,9 @@ void tst_table_data_model::camera_clock_resorts_and_reassigns()
     second["camera"] = "B";
     const QString a = add_photo("a.jpg", first);
     const QString b = add_photo("b.jpg", second);
-    model_->set_gpx_track({"walk",
-                           {{"1.0", "1.0", scenario_base.addSecs(-600)},
-                            {"2.0", "2.0", scenario_base.addSecs(60)}}});
+    model_->set_gpx_track(
+        {"walk",
+         {{"1.0", "1.0", scenario_base.addSecs(-600)}, {"2.0", "2.0", scenario_base.addSecs(60)}}});
     model_->gps_sync_order_changed(int(sync_mode::sync_gpx));
     model_->sort(1, Qt::AscendingOrder);
     QCOMPARE(model_->files(), (QStringList{a, b}));
@@ -671,10 +674,10 @@ void tst_table_data_model::bad_camera_clock_is_ignored_data()
     const qint64 ten_years = 3653ll * 86400;
     QTest::addRow("unknown zone") << QByteArray("Mars/Olympus") << 60ll << "unknown time zone"
                                   << 60ll;
-    QTest::addRow("offset beyond 14 hours") << QByteArray("UTC+15:00") << 0ll
-                                            << "unknown time zone" << 0ll;
-    QTest::addRow("beyond ten years") << QByteArray() << ten_years + 1 << "more than ten years"
-                                      << 0ll;
+    QTest::addRow("offset beyond 14 hours")
+        << QByteArray("UTC+15:00") << 0ll << "unknown time zone" << 0ll;
+    QTest::addRow("beyond ten years")
+        << QByteArray() << ten_years + 1 << "more than ten years" << 0ll;
     QTest::addRow("ten years back") << QByteArray() << -ten_years << "" << -ten_years;
 }
 

@@ -160,8 +160,7 @@ assignment::result assignment::run(const std::vector<entry> &photos,
     }
     case sync_mode::sync_closest:
     case sync_mode::sync_gpx: {
-        const int minutes =
-            s.mode == sync_mode::sync_gpx ? s.minutes_gpx : s.minutes_closest;
+        const int minutes = s.mode == sync_mode::sync_gpx ? s.minutes_gpx : s.minutes_closest;
         r.total = n;
         // The nearest source on each side, found in two sweeps.
         std::vector<int> earlier_source(size_t(n), -1);
@@ -199,7 +198,7 @@ assignment::result assignment::run(const std::vector<entry> &photos,
                 continue;
             }
             const int source = list[size_t(chosen)].index;
-            const mark taken = source >= photo_count ? mark::track
+            const mark taken = source >= photo_count    ? mark::track
                                : chosen == around.later ? later_mark
                                                         : earlier_mark;
             r.photos[size_t(here.index)] = {taken, source};

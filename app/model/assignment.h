@@ -40,7 +40,7 @@ public:
     struct settings
     {
         sync_mode mode = sync_mode::sync_previous;
-        bool descending = false; // the table's order; decides whether "earlier" is up or down
+        bool descending = false;  // the table's order; decides whether "earlier" is up or down
         int minutes_closest = -1; // limit of the three photo modes; 0 or less: none
         int minutes_gpx = -1;     // limit of sync_gpx; 0 or less: none
     };

@@ -45,7 +45,6 @@ public:
     // with ":" in the date, as ExifTool prints it), or a time alone, which
     // takes the date that puts it nearest the recorded time. Nothing for text
     // that doesn't read as one of these or an invalid `recorded`.
-    static std::optional<qint64> reference_correction(const QString &shown,
-                                                      const QDateTime &recorded,
-                                                      const QByteArray &zone);
+    static std::optional<qint64>
+    reference_correction(const QString &shown, const QDateTime &recorded, const QByteArray &zone);
 };

@@ -630,9 +630,8 @@ void table_data_model::store_results(const assignment::result &result)
         ids_by_path_.resize(int(facts_.size()));
         for (int id = 0; id < ids_by_path_.size(); ++id)
             ids_by_path_[id] = id;
-        std::sort(ids_by_path_.begin(), ids_by_path_.end(), [&](int a, int b) {
-            return facts_[size_t(a)].file < facts_[size_t(b)].file;
-        });
+        std::sort(ids_by_path_.begin(), ids_by_path_.end(),
+                  [&](int a, int b) { return facts_[size_t(a)].file < facts_[size_t(b)].file; });
         cache_.clear();
         for (const int id : qAsConst(ids_by_path_))
             fill(cache_.insert(cache_.constEnd(), facts_[size_t(id)].file, cache_entry()).value(),
@@ -682,8 +681,7 @@ QString table_data_model::date_text(const QDateTime &date) const
     const QString text = date.toString(datetime_format_);
     if (text.isEmpty())
         return QStringLiteral("-");
-    return text + QStringLiteral("  UTC") +
-           format_utc_offset(float(date.offsetFromUtc() / 3600.0));
+    return text + QStringLiteral("  UTC") + format_utc_offset(float(date.offsetFromUtc() / 3600.0));
 }
 
 // Says what the camera's clock did to the time shown: the zone it was read
@@ -692,8 +690,7 @@ QString table_data_model::date_tooltip(const photo_fact &fact) const
 {
     QStringList lines;
     if (!fact.own_zone && !fact.clock.zone.isEmpty())
-        lines << tr("Read in the camera's time zone %1")
-                     .arg(QString::fromLatin1(fact.clock.zone));
+        lines << tr("Read in the camera's time zone %1").arg(QString::fromLatin1(fact.clock.zone));
     if (fact.clock.correction_s != 0)
         lines << tr("Recorded %1, corrected by %2")
                      .arg(date_text(fact.date.addSecs(-fact.clock.correction_s)),

@@ -132,7 +132,7 @@ private:
         QString file;
         exif_tag_map values; // shares the cache's map; tells when it changed
         QString camera;
-        camera_clock clock; // the camera's clock when the fact was made
+        camera_clock clock;    // the camera's clock when the fact was made
         bool own_zone = false; // the photo records its zone
         QDateTime date;        // corrected
         assignment::entry entry;
@@ -185,6 +185,7 @@ private:
     // Ids in the key order of cache_, so that a rebuild of the same photos
     // writes into the map's nodes instead of making a new map.
     QVector<int> ids_by_path_;
-    mutable QMap<QString, exif_tag_map> seen_values_; // the cache's map the facts were checked against
+    // The cache's map that the facts were last checked against.
+    mutable QMap<QString, exif_tag_map> seen_values_;
     mutable int seen_clock_generation_ = 0;
 };
