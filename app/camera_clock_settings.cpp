@@ -3,6 +3,7 @@
 #include "model/photo_time.h"
 
 #include <QSettings>
+#include <QStringList>
 
 namespace {
 
@@ -58,12 +59,15 @@ void camera_clock_settings::save(const QString &camera, const camera_clock &cloc
     QSettings settings;
     settings.remove(key_array);
     settings.beginWriteArray(key_array, clocks.size());
-    int i = 0;
-    for (auto it = clocks.cbegin(); it != clocks.cend(); ++it) {
-        settings.setArrayIndex(i++);
-        settings.setValue(key_camera, it.key());
-        settings.setValue(key_zone, QString::fromLatin1(it.value().zone));
-        settings.setValue(key_correction, it.value().correction_s);
+    // In name order, so that the file reads the same after each save.
+    QStringList cameras = clocks.keys();
+    cameras.sort();
+    for (int i = 0; i < cameras.size(); ++i) {
+        const camera_clock &entry = clocks[cameras.at(i)];
+        settings.setArrayIndex(i);
+        settings.setValue(key_camera, cameras.at(i));
+        settings.setValue(key_zone, QString::fromLatin1(entry.zone));
+        settings.setValue(key_correction, entry.correction_s);
     }
     settings.endArray();
 }

