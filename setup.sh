@@ -7,7 +7,7 @@ loxmere_packages=(
     cmake g++ make git ccache
     qtbase5-dev qttools5-dev qttools5-dev-tools qttranslations5-l10n
     qt5-image-formats-plugins
-    libimage-exiftool-perl fonts-freefont-ttf
+    libimage-exiftool-perl fonts-freefont-ttf tzdata
     gpsbabel libkf5archive-dev
     desktop-file-utils appstream lintian dpkg-dev file
 )

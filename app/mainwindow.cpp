@@ -1,5 +1,7 @@
 #include "mainwindow.h"
 
+#include "camera_clock_settings.h"
+#include "dialog_cameras.h"
 #include "dialog_settings.h"
 #include "drop_files_widget.h"
 #include "gps_tag_maps.h"
@@ -192,21 +194,27 @@ MainWindow::~MainWindow()
 
 void MainWindow::build_head_bar()
 {
-    head_layout = new vn::qt::layout(3, false);
+    head_layout = new vn::qt::layout(4, false);
 
     settings_button = make_icon_button(tr("Show settings dialog"),
                                        QStringLiteral(":/images/icon_settings.png"), this);
+    cameras_button = make_icon_button(tr("Set the time zone and clock correction of each camera"),
+                                      QStringLiteral(":/images/icon_cameras.png"), this);
     about_button = make_icon_button(tr("Show information about this program"),
                                     QStringLiteral(":/images/icon_about.png"), this);
     help_button = make_icon_button(tr("Display the help page for this program"),
                                    QStringLiteral(":/images/icon_help.png"), this);
     settings_button->setObjectName(QStringLiteral("settings_button"));
+    cameras_button->setObjectName(QStringLiteral("cameras_button"));
     about_button->setObjectName(QStringLiteral("about_button"));
     help_button->setObjectName(QStringLiteral("help_button"));
 
     head_layout->add(vn::qt::cell(settings_button, kw::size = {27, 27}, kw::margin_top = 5,
                                   kw::margin_left = 5));
     head_layout->row_height() = 37;
+    head_layout->column_width() = 32;
+    head_layout->add(
+        vn::qt::cell(cameras_button, kw::size = {27, 27}, kw::margin_top = 5, kw::margin_left = 5));
     head_layout->add(
         vn::qt::cell(about_button, kw::size = {27, 27}, kw::margin_top = 5, kw::margin_right = 5));
     head_layout->column_width() = 32;
@@ -555,6 +563,7 @@ void MainWindow::build_progress_dialogs()
 void MainWindow::make_connections()
 {
     connect(settings_button, &QAbstractButton::clicked, this, &MainWindow::on_settings_clicked);
+    connect(cameras_button, &QAbstractButton::clicked, this, &MainWindow::on_cameras_clicked);
     connect(about_button, &QAbstractButton::clicked, this, &MainWindow::about);
     connect(help_button, &QAbstractButton::clicked, this, &MainWindow::show_help);
     connect(load_button, &QAbstractButton::clicked, this, &MainWindow::on_load_clicked);
@@ -818,6 +827,14 @@ void MainWindow::on_settings_clicked()
     confirm_language_change(this, old_language);
 }
 
+void MainWindow::on_cameras_clicked()
+{
+    if (flow_running_)
+        return;
+    dialog_cameras dialog(model, this);
+    dialog.exec();
+}
+
 void MainWindow::save_state()
 {
     QSettings settings;
@@ -847,6 +864,9 @@ void MainWindow::restore_state()
     update_source_controls();
     model->gps_sync_order_changed(int(sync_order));
     model->gps_datetime_format_changed(settings_dialog->datetime_selector()->datetime_format());
+    const QHash<QString, camera_clock> clocks = camera_clock_settings::load();
+    for (auto it = clocks.cbegin(); it != clocks.cend(); ++it)
+        model->set_camera_clock(it.key(), it.value());
 }
 
 // ------------------------------------------------------ writing and undoing

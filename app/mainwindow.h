@@ -93,8 +93,8 @@ public:
 
     // Stores the mode and the two folders of the file dialogs at once.
     void save_state();
-    // Reads them back, checks the mode's radio and hands mode and date format
-    // to the model. Part of construction.
+    // Reads them back, checks the mode's radio and hands mode, date format
+    // and the stored camera clocks to the model. Part of construction.
     void restore_state();
 
 protected:
@@ -111,6 +111,8 @@ private slots:
     void on_load_clicked();
     void on_clear_list_clicked();
     void on_settings_clicked();
+    // The cameras of the loaded photos: their zones and clock corrections.
+    void on_cameras_clicked();
     // Asks what it must, notes each file's old tags in undo_tags, writes the
     // previewed positions and empties the table.
     void on_sync_clicked();
@@ -153,6 +155,7 @@ private:
     std::function<void(int)> start_sync_progress(int total);
 
     vn::button_dark *settings_button = nullptr;
+    vn::button_dark *cameras_button = nullptr;
     vn::button_dark *about_button = nullptr;
     vn::button_dark *help_button = nullptr;
     vn::button_dark *sync_button = nullptr;

@@ -103,16 +103,29 @@ void tst_exif_cache::derive_data()
     QTest::addColumn<QString>("grouped");
     QTest::addColumn<QString>("expected");
     QTest::addColumn<QString>("printed"); // after "Can't parse exif recording "
+    QTest::addColumn<QString>("logged");  // a warning
 
     struct row
     {
         const char *tag, *plain, *grouped, *expected, *printed;
+        const char *logged = "";
     };
     const QList<row> rows = {
         // recording date and time
         {"plain date", "DateTimeOriginal=2015:06:01 12:34:56", "",
          "date=2015|06|01;time=12|34|56;has_data=true", ""},
-        {"zone dropped", "DateTimeOriginal=2015:06:01 12:34:56-05:00", "", "time=12|34|56", ""},
+        {"zone kept apart", "DateTimeOriginal=2015:06:01 12:34:56-05:00", "",
+         "time=12|34|56;exif_timezone=-05:00", ""},
+        {"offset tag first", "DateTimeOriginal=2015:06:01 12:34:56-05:00;OffsetTimeOriginal=+09:00",
+         "IPTC:TimeCreated=12:34:56+01:00", "exif_timezone=+09:00;iptc_timezone=+01:00", ""},
+        {"offset tag garbage",
+         "DateTimeOriginal=2015:06:01 12:34:56-05:00;OffsetTimeOriginal=+99:99", "",
+         "exif_timezone=-05:00", "", "OffsetTimeOriginal '\\+99:99'"},
+        {"offset tag empty", "OffsetTimeOriginal=", "", "exif_timezone=", "",
+         "OffsetTimeOriginal ''"},
+        {"zone in date garbage", "DateTimeOriginal=2015:06:01 12:34:56+5", "", "exif_timezone=", "",
+         "the zone '\\+5' in DateTimeOriginal"},
+        {"Z is UTC", "DateTimeOriginal=2013:07:05 03:18:27Z", "", "exif_timezone=+00:00", ""},
         {"sub-seconds kept", "DateTimeOriginal=2021:05:16 12:27:36.107-07:00", "",
          "time=12|27|36.107", ""},
         {"trailing Z kept", "DateTimeOriginal=2013:07:05 03:18:27Z", "", "time=03|18|27Z", ""},
@@ -163,6 +176,11 @@ void tst_exif_cache::derive_data()
          "focal_length=5.0 mm (35 mm equivalent: 28.0 mm)", ""},
         {"copied keys", "ISO=64;Model=COOLPIX P6000;Rating=3;Orientation=Rotate 90 CW", "",
          "iso=64;camera=COOLPIX P6000;rating=3;orientation=Rotate 90 CW", ""},
+        {"camera with serial",
+         "Make=NIKON CORPORATION;Model=NIKON D70;SerialNumber=3010123;InternalSerialNumber=9", "",
+         "camera=NIKON CORPORATION NIKON D70 #3010123", ""},
+        {"internal serial", "Make=Canon;Model= ;InternalSerialNumber=A1", "", "camera=Canon #A1",
+         ""},
         {"lens model first", "LensModel=A;Lens=B", "", "lens=A", ""},
         {"lens model empty wins", "LensModel=;Lens=B", "", "lens=", ""},
         {"lens alone", "Lens=B", "", "lens=B", ""},
@@ -208,7 +226,7 @@ void tst_exif_cache::derive_data()
          "has_quicktime_gps=false", ""},
     };
     for (const row &r : rows)
-        QTest::newRow(r.tag) << r.plain << r.grouped << r.expected << r.printed;
+        QTest::newRow(r.tag) << r.plain << r.grouped << r.expected << r.printed << r.logged;
 }
 
 void tst_exif_cache::derive()
@@ -217,11 +235,14 @@ void tst_exif_cache::derive()
     QFETCH(QString, grouped);
     QFETCH(QString, expected);
     QFETCH(QString, printed);
+    QFETCH(QString, logged);
 
     // Keys from an earlier read that every read sets again.
     exif_tag_map derived = tag_map("gps_lat=9;has_gps_position=true;iptc_timezone=+09:00;"
                                    "has_xmp_gps=true;fstop=1;lens=old;image_w=1;"
                                    "shutter_speed_decimal=1");
+    if (!logged.isEmpty())
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Ignoring " + logged));
     stream_capture out;
     exif_cache::derive(photo_, tag_map(plain), tag_map(grouped), derived);
     QCOMPARE(out.text(),
@@ -360,8 +381,11 @@ void tst_exif_cache::corpus_files_data()
          "has_iptc_date=true;has_iptc_time=false", ""},
         {"empty IPTC tags", "Issue 247-1.nef", "has_iptc_date=true;iptc_timezone=", ""},
         {"umlaut name", "Grünwald Straße 1.jpg", "gps_lat_ref=N", ""},
-        {"plain date", "DSCN0010.jpg", "camera=COOLPIX P6000;date=2008|10|22;time=16|28|39", ""},
-        {"sub-seconds and zone", "FLIR iPhone device.jpg", "date=2021|05|16;time=12|27|36.107", ""},
+        {"plain date", "DSCN0010.jpg",
+         "camera=NIKON COOLPIX P6000;date=2008|10|22;time=16|28|39;exif_timezone=", ""},
+        {"sub-seconds and zone", "FLIR iPhone device.jpg",
+         "date=2021|05|16;time=12|27|36.107;exif_timezone=-07:00", ""},
+        {"serial number", "Nikon D5000.jpg", "camera=NIKON CORPORATION NIKON D5000 #6607572", ""},
         {"no date", "67-0_length_string.jpg", "date=file;time=file", ""},
         // the reader trims the value: the leading blanks are gone
         {"blanks and colons", "FujiFilm DX-5.jpg", "date=file;time=file",

@@ -1,5 +1,6 @@
 #include "mainwindow.h"
 
+#include "camera_clock_settings.h"
 #include "model/table_data_model.h"
 
 #include <vn/button_dark.h>
@@ -229,6 +230,14 @@ private slots:
         emit window.about_button->clicked();
         QVERIFY(seen_about);
         QVERIFY(!window.findChild<vn::dialog_about *>()); // gone after the click
+    }
+
+    void stored_camera_clocks_reach_the_model()
+    {
+        camera_clock_settings::save(QStringLiteral("Cam A"), {"Asia/Tokyo", -180});
+        MainWindow window;
+        QCOMPARE(window.model->clock_of(QStringLiteral("Cam A")),
+                 (camera_clock{"Asia/Tokyo", -180}));
     }
 };
 

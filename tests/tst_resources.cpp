@@ -60,6 +60,7 @@ private slots:
             {":/gui/combobox/arrow.png", {24, 24}, none},
             {":/images/icon.png", {256, 256}, none},
             {":/images/icon_settings.png", none, {27, 27}},
+            {":/images/icon_cameras.png", none, {27, 27}},
             {":/images/icon_about.png", none, {27, 27}},
             {":/images/icon_help.png", none, {27, 27}},
             // The same load icon sits on the 25x24 drop-area button and the 22x23 GPX button.

@@ -23,8 +23,6 @@ private slots:
     void init();
     void cleanup();
 
-    void assignment_data();
-    void assignment();
     void user_position_data();
     void user_position();
     void track_point_text_data();
@@ -45,6 +43,8 @@ private slots:
     void refused_path_keeps_its_row_data();
     void refused_path_keeps_its_row();
     void new_metadata_moves_the_row();
+    void camera_clock_resorts_and_reassigns();
+    void bad_camera_clock_is_ignored();
 
 private:
     QString add_photo(const QString &name, const exif_tag_map &values);
@@ -58,18 +58,9 @@ namespace {
 
 const QString left_arrow = QString(QChar(0x2190));
 const QString up_arrow = QString(QChar(0x2191));
-const QString down_arrow = QString(QChar(0x2193));
 
 // Local (Europe/Berlin) time of the scenarios; seconds are counted from it.
 const QDateTime scenario_base(QDate(2020, 6, 1), QTime(12, 0, 0), Qt::LocalTime);
-
-QString swap_arrows(QString text)
-{
-    text.replace(up_arrow, QStringLiteral("#"));
-    text.replace(down_arrow, up_arrow);
-    text.replace(QStringLiteral("#"), down_arrow);
-    return text;
-}
 
 exif_tag_map position_values(const QString &lat, const QString &lat_ref, const QString &lon,
                              const QString &lon_ref)
@@ -136,173 +127,6 @@ exif_tag_map tst_table_data_model::date_values(const QDateTime &local, const QSt
     return values;
 }
 
-// A scenario lists photos in load order as "<seconds>[+]" ("+": a position of
-// its own; "x" for a date that can't be read) and track points as seconds
-// ("x": no time); "-" is no track at all. The expectation gives, per photo in
-// load order, the indicator and where the position came from: "p<i>" photo i,
-// "t<j>" track point j, "-" nothing, "_" untouched; "*" matches any indicator.
-// Expectations are for an ascending table; each scenario also runs descending,
-// where the arrows swap and nothing else changes.
-void tst_table_data_model::assignment_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("order");
-    QTest::addColumn<int>("minutes_closest");
-    QTest::addColumn<int>("minutes_gpx");
-    QTest::addColumn<QString>("photos");
-    QTest::addColumn<QString>("track");
-    QTest::addColumn<QString>("expected");
-    QTest::addColumn<QList<int>>("counters");
-
-    struct scenario
-    {
-        const char *tag;
-        int mode;
-        int minutes_closest;
-        int minutes_gpx;
-        const char *photos;
-        const char *track;
-        const char *expected;
-        QList<int> counters; // assigned, not assigned, total
-    };
-    const QList<scenario> scenarios = {
-        {"previous, no positions", 0, 0, 0, "0 60 120", "-", "?- ?- ?-", {0, 3, 3}},
-        {"following, no positions", 1, 0, 0, "0 60 120", "-", "?- ?- ?-", {0, 3, 3}},
-        {"closest, no positions", 2, 0, 0, "0 60 120", "-", "?- ?- ?-", {0, 3, 3}},
-        {"previous from the first", 0, 0, 0, "0+ 60 120", "-", "←p0 ↑p0 ↑p0", {2, 0, 3}},
-        {"previous, load order unsorted", 0, 0, 0, "120 0+ 60", "-", "↑p1 ←p1 ↑p1", {2, 0, 3}},
-        {"previous, nothing earlier", 0, 0, 0, "0 60+ 120", "-", "?- ←p1 ↑p1", {1, 1, 3}},
-        {"following, nothing later", 1, 0, 0, "0+ 60 120", "-", "←p0 ?- ?-", {0, 2, 3}},
-        {"following from the last", 1, 0, 0, "0 60 120+", "-", "↓p2 ↓p2 ←p2", {2, 0, 3}},
-        {"previous takes the nearest", 0, 0, 0, "0+ 30+ 60", "-", "←p0 ←p1 ↑p1", {1, 0, 3}},
-        {"previous, 600 s pass 10 min", 0, 10, 0, "0+ 600 601", "-", "←p0 ↑p0 ?-", {1, 1, 3}},
-        {"previous, no chain", 0, 5, 0, "0+ 300 600", "-", "←p0 ↑p0 ?-", {1, 1, 3}},
-        {"following, 600 s pass 10 min", 1, 10, 0, "0 1 601+", "-", "?- ↓p2 ←p2", {1, 1, 3}},
-        {"previous ignores gpx limit", 0, 0, 1, "0+ 3600", "-", "←p0 ↑p0", {1, 0, 2}},
-        {"closest, half way: later", 2, 0, 0, "0+ 60 120+", "-", "←p0 ↓p2 ←p2", {1, 0, 3}},
-        {"closest, earlier nearer", 2, 0, 0, "0+ 59 120+", "-", "←p0 ↑p0 ←p2", {1, 0, 3}},
-        {"closest, later nearer", 2, 0, 0, "0+ 61 120+", "-", "←p0 ↓p2 ←p2", {1, 0, 3}},
-        {"closest, nearer side too far", 2, 10, 0, "0+ 700 1250+", "-", "←p0 ↓p2 ←p2", {1, 0, 3}},
-        {"closest, 600 s pass, 601 not", 2, 10, 0, "0+ 600 1201+", "-", "←p0 ↑p0 ←p2", {1, 0, 3}},
-        {"closest, both too far", 2, 10, 0, "0+ 601 1202+", "-", "←p0 ?- ←p2", {0, 1, 3}},
-        {"closest, side given up", 2, 10, 0, "x+ 0+ 1000", "-", "←p0 ←p1 ?-", {0, 1, 3}},
-        {"closest, same time", 2, 0, 0, "0+ 0 500", "-", "←p0 *p0 ↑p0", {2, 0, 3}},
-        {"closest, invalid date", 2, 1, 0, "x 0+ 5000", "-", "↓p1 ←p1 ?-", {1, 1, 3}},
-        {"closest, many gaps",
-         2,
-         0,
-         0,
-         "0+ 10 20 100+ 190 200+ 300",
-         "-",
-         "←p0 ↑p0 ↑p0 ←p3 ↓p5 ←p5 ↑p5",
-         {4, 0, 7}},
-        {"gpx without track", 4, 0, 1, "0+ 30 200+", "-", "←p0 ↑p0 ←p2", {1, 0, 3}},
-        {"gpx without track, limit", 4, 0, 1, "0+ 61 200+", "-", "←p0 ?- ←p2", {0, 1, 3}},
-        {"gpx ignores closest limit", 4, 1, 0, "0+ 1000", "-", "←p0 ↑p0", {1, 0, 2}},
-        {"gpx, empty track", 4, 0, 1, "0+ 30 200+", "", "←p0 ↑p0 ←p2", {1, 0, 3}},
-        {"gpx, points", 4, 0, 0, "0 100+ 400", "50 390", "Gt0 ←p1 Gt1", {2, 0, 5}},
-        {"gpx, before the first point", 4, 0, 5, "0", "300 600", "Gt0", {1, 0, 3}},
-        {"gpx, first point too far", 4, 0, 4, "0", "300 600", "?-", {0, 1, 3}},
-        {"gpx, after the last point", 4, 0, 0, "900", "300 600", "Gt1", {1, 0, 3}},
-        {"gpx, photo nearer than point", 4, 0, 0, "0+ 10", "30", "←p0 ↑p0", {1, 0, 3}},
-        {"gpx, tie goes to later point", 4, 0, 0, "0+ 10", "20", "←p0 Gt0", {1, 0, 3}},
-        {"gpx, tie goes to later photo", 4, 0, 0, "10 20+", "0", "↓p1 ←p1", {1, 0, 3}},
-        {"gpx, unsorted points", 4, 0, 0, "100 250", "300 0 200", "Gt2 Gt0", {2, 0, 5}},
-        {"gpx, 600 s pass, 601 not", 4, 0, 10, "0 1201", "600", "Gt0 ?-", {1, 1, 3}},
-        // secsTo is 0 when a date is invalid, so a point without time passes any limit.
-        // secsTo truncates the difference towards zero: -600.999 s is 600 s.
-        {"gpx, milliseconds truncated", 4, 0, 10, "0", "-600.999", "Gt0", {1, 0, 2}},
-        {"gpx, point without time", 4, 0, 1, "x 5000", "x", "Gt0 Gt0", {2, 0, 3}},
-        {"unknown mode", 7, 0, 0, "0+ 60", "-", "←p0 _", {0, 0, 0}},
-        {"closest, empty list", 2, 0, 0, "", "-", "", {0, 0, 0}},
-        {"gpx, empty list", 4, 0, 0, "", "10 20", "", {0, 0, 2}},
-    };
-    for (const scenario &s : scenarios) {
-        const QString expected = QString::fromUtf8(s.expected);
-        QTest::addRow("%s, ascending", s.tag)
-            << s.mode << int(Qt::AscendingOrder) << s.minutes_closest << s.minutes_gpx
-            << QString(s.photos) << QString(s.track) << expected << s.counters;
-        QTest::addRow("%s, descending", s.tag)
-            << s.mode << int(Qt::DescendingOrder) << s.minutes_closest << s.minutes_gpx
-            << QString(s.photos) << QString(s.track) << swap_arrows(expected) << s.counters;
-    }
-}
-
-void tst_table_data_model::assignment()
-{
-    QFETCH(int, mode);
-    QFETCH(int, order);
-    QFETCH(int, minutes_closest);
-    QFETCH(int, minutes_gpx);
-    QFETCH(QString, photos);
-    QFETCH(QString, track);
-    QFETCH(QString, expected);
-    QFETCH(QList<int>, counters);
-
-    QMap<QString, QString> source_ids{{QStringLiteral("-"), QStringLiteral("-")},
-                                      {QString(), QStringLiteral("_")}};
-    QStringList paths;
-    const QStringList photo_specs = photos.split(' ', Qt::SkipEmptyParts);
-    for (int i = 0; i < photo_specs.size(); ++i) {
-        QString spec = photo_specs.at(i);
-        const bool has_position = spec.endsWith('+');
-        spec.remove('+');
-        exif_tag_map values =
-            date_values(spec == "x" ? QDateTime() : scenario_base.addSecs(spec.toInt()));
-        if (has_position) {
-            values.insert(position_values(QString("%1.500000").arg(10 + i), "N",
-                                          QString("-%1.250000").arg(20 + i), "W"));
-            source_ids[values["gps_numerical"]] = QString("p%1").arg(i);
-        }
-        paths << add_photo(QString("photo%1.jpg").arg(i), values);
-    }
-    if (track != "-") {
-        gpx_track gpx{QStringLiteral("walk"), {}};
-        const QStringList point_specs = track.split(' ', Qt::SkipEmptyParts);
-        for (int j = 0; j < point_specs.size(); ++j) {
-            const QString spec = point_specs.at(j);
-            gpx_point point{QString("4%1.123").arg(j), QString("7.%1").arg(j),
-                            spec == "x"
-                                ? QDateTime()
-                                : scenario_base.toUTC().addMSecs(qRound64(spec.toDouble() * 1000))};
-            source_ids[point.lat + ", " + point.lon] = QString("t%1").arg(j);
-            gpx.points << point;
-        }
-        model_->set_gpx_track(gpx);
-    }
-    model_->gps_max_time_difference(minutes_closest, minutes_gpx);
-    model_->sort(1, Qt::SortOrder(order));
-    QSignalSpy rebuilt(model_.get(), &table_data_model::cache_rebuilt);
-    QString printed;
-    QString printed_err;
-    {
-        const stream_capture capture;
-        model_->gps_sync_order_changed(mode);
-        printed = capture.text();
-        printed_err = capture.err_text();
-    }
-    QCOMPARE(printed, QString("Sync order changed to %1\n").arg(mode));
-    QCOMPARE(printed_err,
-             mode >= 0 && mode <= 4 ? QString() : QString("Unknown sync_order %1\n").arg(mode));
-    QCOMPARE(rebuilt.count(), 1);
-    QCOMPARE(rebuilt.at(0), QVariantList({counters.at(0), counters.at(1), counters.at(2)}));
-    QCOMPARE(model_->all_assigned(), counters.at(1) == 0);
-
-    QStringList actual;
-    const QStringList expected_rows = expected.split(' ', Qt::SkipEmptyParts);
-    for (int i = 0; i < paths.size(); ++i) {
-        const int row = model_->files().indexOf(paths.at(i));
-        QVERIFY(row >= 0);
-        const QString cell = model_->index(row, 2).data().toString();
-        const cache_entry entry = model_->cache().value(paths.at(i));
-        QCOMPARE(cell, entry.indicator + "  " + entry.source_text);
-        QVERIFY2(source_ids.contains(entry.source_text), qPrintable(entry.source_text));
-        const QString indicator = expected_rows.value(i).startsWith('*') ? "*" : entry.indicator;
-        actual << indicator + source_ids.value(entry.source_text);
-    }
-    QCOMPARE(actual.join(' '), expected_rows.join(' '));
-}
-
 void tst_table_data_model::user_position_data()
 {
     QTest::addColumn<QString>("lat");
@@ -336,7 +160,7 @@ void tst_table_data_model::user_position()
     }
     model_->gps_set_pos_changed(typed);
     QSignalSpy rebuilt(model_.get(), &table_data_model::cache_rebuilt);
-    model_->gps_sync_order_changed(table_data_model::sync_user_position);
+    model_->gps_sync_order_changed(int(sync_mode::sync_user_position));
 
     QCOMPARE(rebuilt.count(), 1);
     QCOMPARE(rebuilt.at(0), QVariantList({2, 0, 2}));
@@ -384,12 +208,13 @@ void tst_table_data_model::track_point_text()
 
     const QString path = add_photo("a.jpg", date_values(scenario_base));
     model_->set_gpx_track({"t", {{lat, lon, scenario_base.toUTC()}}});
-    model_->gps_sync_order_changed(table_data_model::sync_gpx);
+    model_->gps_sync_order_changed(int(sync_mode::sync_gpx));
 
     QCOMPARE(model_->index(0, 2).data().toString(), "G  " + lat + ", " + lon);
     QCOMPARE(fields(model_->index(0, 2).data(Qt::UserRole).value<gps_pos>()),
              QStringList({lat, lat_ref, lon, lon_ref, lat, lon}).join('|'));
     QVERIFY(model_->cache().value(path).from_gpx);
+    QVERIFY(model_->cache().value(path).source_file.isEmpty());
 }
 
 // A source row gives nothing to write; the row that copied it gets all six
@@ -399,9 +224,10 @@ void tst_table_data_model::copied_position_reaches_user_role()
     exif_tag_map values = date_values(scenario_base);
     values.insert(position_values("-48.137000", "S", "-11.575000", "W"));
     values["has_quicktime_gps"] = "true";
-    add_photo("source.jpg", values);
-    add_photo("later.jpg", date_values(scenario_base.addSecs(5)));
+    const QString source = add_photo("source.jpg", values);
+    const QString later = add_photo("later.jpg", date_values(scenario_base.addSecs(5)));
     model_->refresh();
+    QCOMPARE(model_->cache().value(later).source_file, source);
 
     QCOMPARE(model_->index(0, 2).data().toString(), left_arrow + "  -48.137000, -11.575000");
     QVERIFY(!model_->index(0, 2).data(Qt::UserRole).isValid());
@@ -412,7 +238,7 @@ void tst_table_data_model::copied_position_reaches_user_role()
     QVERIFY(!model_->overwrites_gps());
 
     // A row that found nothing carries an empty position, not an invalid value.
-    model_->gps_sync_order_changed(table_data_model::sync_following);
+    model_->gps_sync_order_changed(int(sync_mode::sync_following));
     const QVariant none = model_->index(1, 2).data(Qt::UserRole);
     QVERIFY(none.canConvert<gps_pos>());
     QCOMPARE(fields(none.value<gps_pos>()), "|||||");
@@ -440,6 +266,9 @@ void tst_table_data_model::rebuild_signals()
     model_->gps_datetime_format_changed("HH:mm");
     QCOMPARE(rebuilt.count(), 3);
     QCOMPARE(model_->index(0, 1).data().toString(), "12:00  UTC+02:00");
+    const stream_capture capture;
+    model_->gps_sync_order_changed(9);
+    QCOMPARE(capture.err_text(), "Unknown sync_order 9\n");
 }
 
 void tst_table_data_model::cell_roles()
@@ -476,6 +305,15 @@ void tst_table_data_model::date_text_data()
     QTest::addRow("iptc utc") << summer << "+00:00" << format << s + "+00:00";
     QTest::addRow("iptc unreadable") << summer << "+ab" << format << s + "+00:00";
     QTest::addRow("iptc beyond 14 hours") << summer << "+15:00" << format << s + "+00:00";
+    // "<iptc zone>;<exif zone>;<camera zone>;<correction>"
+    QTest::addRow("exif over iptc") << summer << "-05:00;+09:00" << format << s + "+09:00";
+    QTest::addRow("camera zone") << summer << ";;Asia/Tokyo" << format << s + "+09:00";
+    QTest::addRow("own zone over camera's") << summer << "+01:00;;Asia/Tokyo" << format
+                                            << s + "+01:00";
+    QTest::addRow("correction") << summer << ";;;-3661" << format
+                                << "2015-06-01 11:33:55  UTC+02:00";
+    QTest::addRow("correction, own zone") << summer << ";+09:00;;86400" << format
+                                          << "2015-06-02 12:34:56  UTC+09:00";
     QTest::addRow("invalid date") << QDateTime() << "" << format << "-";
     QTest::addRow("empty format") << summer << "" << QString() << "-";
 }
@@ -487,7 +325,12 @@ void tst_table_data_model::date_text()
     QFETCH(QString, format);
     QFETCH(QString, expected);
 
-    add_photo("a.jpg", date_values(local, zone));
+    const QStringList zones = zone.split(';');
+    exif_tag_map values = date_values(local, zones.at(0));
+    values["exif_timezone"] = zones.value(1);
+    values["camera"] = "X";
+    add_photo("a.jpg", values);
+    model_->set_camera_clock("X", {zones.value(2).toLatin1(), zones.value(3).toLongLong()});
     model_->gps_datetime_format_changed(format);
     QCOMPARE(model_->index(0, 1).data().toString(), expected);
 }
@@ -603,7 +446,7 @@ void tst_table_data_model::other_column_keeps_sort()
 void tst_table_data_model::clear_keeps_settings()
 {
     const QString path = add_photo("a.jpg", date_values(scenario_base));
-    model_->gps_sync_order_changed(table_data_model::sync_closest);
+    model_->gps_sync_order_changed(int(sync_mode::sync_closest));
     model_->set_gpx_track({"walk", {{"1", "2", scenario_base}}});
     QVERIFY(model_->cache().contains(path));
 
@@ -615,7 +458,7 @@ void tst_table_data_model::clear_keeps_settings()
     QCOMPARE(reset.count(), 1);
     QCOMPARE(model_->rowCount(), 0);
     QVERIFY(model_->cache().isEmpty());
-    QCOMPARE(model_->sync_order(), int(table_data_model::sync_closest));
+    QCOMPARE(model_->sync_order(), int(int(sync_mode::sync_closest)));
     QVERIFY(model_->has_track());
     QCOMPARE(model_->track_name(), "walk");
     // The metadata stays for the flows that still need it.
@@ -694,6 +537,64 @@ void tst_table_data_model::new_metadata_moves_the_row()
     exif_cache::instance()->values[a]["rec_hour"] = QStringLiteral("00");
     model_->sort(1, Qt::AscendingOrder);
     QCOMPARE(model_->files(), (QStringList{a, b}));
+}
+
+// Setting a camera's clock moves its photos in time: the rows sort anew and
+// the rebuild picks the track point nearest the corrected time. Another
+// camera's photos stay as they were.
+void tst_table_data_model::camera_clock_resorts_and_reassigns()
+{
+    exif_tag_map first = date_values(scenario_base);
+    first["camera"] = "A";
+    exif_tag_map second = date_values(scenario_base.addSecs(60));
+    second["camera"] = "B";
+    const QString a = add_photo("a.jpg", first);
+    const QString b = add_photo("b.jpg", second);
+    model_->set_gpx_track(
+        {"walk",
+         {{"1.0", "1.0", scenario_base.addSecs(-600)}, {"2.0", "2.0", scenario_base.addSecs(60)}}});
+    model_->gps_sync_order_changed(int(sync_mode::sync_gpx));
+    model_->sort(1, Qt::AscendingOrder);
+    QCOMPARE(model_->files(), (QStringList{a, b}));
+    QCOMPARE(model_->cache().value(b).source_text, "2.0, 2.0");
+    QVERIFY(!model_->index(1, 1).data(Qt::ToolTipRole).isValid());
+
+    QSignalSpy rebuilt(model_.get(), &table_data_model::cache_rebuilt);
+    QSignalSpy layout(model_.get(), &QAbstractItemModel::layoutChanged);
+    model_->set_camera_clock("B", {QByteArray(), -15 * 60});
+    QCOMPARE(rebuilt.count(), 1);
+    QCOMPARE(layout.count(), 1);
+    QCOMPARE(model_->files(), (QStringList{b, a}));
+    QCOMPARE(model_->recording_datetime(b), scenario_base.addSecs(60 - 15 * 60));
+    QCOMPARE(model_->cache().value(b).source_text, "1.0, 1.0");
+    QCOMPARE(model_->index(0, 1).data(Qt::ToolTipRole).toString(),
+             "Recorded 2020-06-01 12:01:00  UTC+02:00, corrected by -00:15:00");
+
+    // Setting the clock it has changes nothing; the default clock undoes it.
+    model_->set_camera_clock("B", {QByteArray(), -15 * 60});
+    QCOMPARE(rebuilt.count(), 1);
+    model_->set_camera_clock("B", camera_clock());
+    QCOMPARE(model_->files(), (QStringList{a, b}));
+    QCOMPARE(model_->cache().value(b).source_text, "2.0, 2.0");
+}
+
+// A zone the database doesn't know and a correction beyond ten years are
+// dropped with a warning; the rest of the clock stays.
+void tst_table_data_model::bad_camera_clock_is_ignored()
+{
+    exif_tag_map values = date_values(scenario_base);
+    values["camera"] = "X";
+    const QString path = add_photo("a.jpg", values);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("unknown time zone 'Mars/Olympus'"));
+    model_->set_camera_clock("X", {"Mars/Olympus", 60});
+    QCOMPARE(model_->clock_of("X"), (camera_clock{"", 60}));
+    QCOMPARE(model_->recording_datetime(path), scenario_base.addSecs(60));
+    const qint64 ten_years = 3653ll * 86400;
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("more than ten years"));
+    model_->set_camera_clock("X", {"UTC+01:00", ten_years + 1});
+    QCOMPARE(model_->clock_of("X"), (camera_clock{"UTC+01:00", 0}));
+    model_->set_camera_clock("X", {"", -ten_years});
+    QCOMPARE(model_->clock_of("X").correction_s, -ten_years);
 }
 
 QTEST_MAIN(tst_table_data_model)

@@ -13,6 +13,10 @@ struct cache_entry
     QString file;        // full path
     QString source_text; // the position as the GPS Tag column shows it
     gps_pos position;    // the value to be written
+    // The photo whose position this one takes ("↑"/"↓", or the nearest photo
+    // in the GPX mode), full path; empty for a track point's, a typed, an own
+    // or no position.
+    QString source_file;
     QDateTime date;
     bool is_source = false; // has a position of its own and serves as a source
     bool from_gpx = false;  // a track point, or a photo whose position came from one

@@ -1,5 +1,7 @@
 #include "model/exif_cache.h"
 
+#include "model/photo_time.h"
+
 #include <vn/exiftool.h>
 
 #include <QDateTime>
@@ -19,6 +21,7 @@ const QString key_rec_day = QStringLiteral("rec_day");
 const QString key_rec_hour = QStringLiteral("rec_hour");
 const QString key_rec_minute = QStringLiteral("rec_minute");
 const QString key_rec_second = QStringLiteral("rec_second");
+const QString key_exif_timezone = QStringLiteral("exif_timezone");
 const QString key_iptc_timezone = QStringLiteral("iptc_timezone");
 const QString key_has_iptc_date = QStringLiteral("has_iptc_date");
 const QString key_has_iptc_time = QStringLiteral("has_iptc_time");
@@ -156,6 +159,57 @@ void derive_recording_date(const QString &file, const QString &text, exif_tag_ma
     }
 }
 
+// The zone a photo records for its own time, as "+09:00", or empty:
+// OffsetTimeOriginal, else a zone that ExifTool prints in DateTimeOriginal
+// ("2021:05:16 12:27:36.107-07:00", "2013:07:05 03:18:27Z"). A zone that
+// doesn't read as one is logged and passed over.
+QString recorded_zone(const QString &file, const exif_tag_map &plain)
+{
+    const auto offset = plain.constFind(QStringLiteral("OffsetTimeOriginal"));
+    if (offset != plain.constEnd()) {
+        if (photo_time::read_offset(offset.value()))
+            return offset.value();
+        qWarning("%s: Ignoring OffsetTimeOriginal '%s' of \"%s\": not a zone such as +09:00.",
+                 Q_FUNC_INFO, qUtf8Printable(offset.value()), qUtf8Printable(file));
+    }
+    const QString text = plain.value(QStringLiteral("DateTimeOriginal"));
+    if (text.count(QLatin1Char(' ')) != 1)
+        return QString();
+    const QString time_part = text.mid(text.indexOf(QLatin1Char(' ')) + 1);
+    if (time_part.endsWith(QLatin1Char('Z')))
+        return QStringLiteral("+00:00");
+    int sign = time_part.indexOf(QLatin1Char('+'));
+    if (sign < 0)
+        sign = time_part.indexOf(QLatin1Char('-'));
+    if (sign < 0)
+        return QString();
+    const QString zone = time_part.mid(sign);
+    if (photo_time::read_offset(zone))
+        return zone;
+    qWarning("%s: Ignoring the zone '%s' in DateTimeOriginal of \"%s\": not a zone such as "
+             "+09:00.",
+             Q_FUNC_INFO, qUtf8Printable(zone), qUtf8Printable(file));
+    return QString();
+}
+
+// "NIKON CORPORATION NIKON D70 #3010123": make, model and serial number, each
+// where the file has it; empty for a photo that names none of them.
+QString camera_name(const exif_tag_map &plain)
+{
+    QStringList parts;
+    for (const char *tag : {"Make", "Model"}) {
+        const QString value = plain.value(QLatin1String(tag)).trimmed();
+        if (!value.isEmpty())
+            parts << value;
+    }
+    QString serial = plain.value(QStringLiteral("SerialNumber")).trimmed();
+    if (serial.isEmpty())
+        serial = plain.value(QStringLiteral("InternalSerialNumber")).trimmed();
+    if (!serial.isEmpty())
+        parts << QLatin1Char('#') + serial;
+    return parts.join(QLatin1Char(' '));
+}
+
 QString remove_affix(QString text, const QString &affix)
 {
     if (text.startsWith(affix))
@@ -193,7 +247,7 @@ void derive_camera(const exif_tag_map &plain, exif_tag_map &derived)
             focal = remove_affix(focal, QLatin1String(affix));
         derived.insert(key_focal_length, focal);
     }
-    copy(QStringLiteral("Model"), key_camera);
+    derived.insert(key_camera, camera_name(plain));
     if (!copy(QStringLiteral("LensModel"), key_lens))
         copy(QStringLiteral("Lens"), key_lens);
 
@@ -401,6 +455,7 @@ void exif_cache::derive(const QString &file, const exif_tag_map &plain, const ex
                         exif_tag_map &derived)
 {
     derive_recording_date(file, plain.value(QStringLiteral("DateTimeOriginal")), derived);
+    derived.insert(key_exif_timezone, recorded_zone(file, plain));
     derive_camera(plain, derived);
     derive_position(plain, derived);
     derive_groups(grouped, derived);

@@ -11,6 +11,11 @@
 // What ExifTool reported for every loaded photo, by full path. `values` holds
 // the derived keys (rec_year ... has_data), `tags` the plain read, `group_tags`
 // the read with family-1 group names. Main thread only.
+//
+// Among the derived keys: "exif_timezone", the zone the photo records for its
+// own time ("+09:00", checked, or empty), and "camera", the name its make,
+// model and serial number give it ("NIKON D70 #3010123"; empty when the file
+// names none).
 class exif_cache
 {
 public:

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "model/assignment.h"
 #include "model/cache_entry.h"
+#include "model/camera_clock.h"
 #include "model/gps_pos.h"
 #include "model/gpx_point.h"
 #include "model/gpx_track.h"
@@ -18,25 +20,23 @@
 #include <QStringList>
 #include <QVector>
 
+#include <vector>
+
 // The photo table: one row per loaded file, columns "Photo", "Recording Date"
 // and "GPS Tag". Owns the file list, the assignment settings and the result of
 // the last rebuild, which decides the position each photo is to receive. The
 // result is a preview; nothing here writes to a file. Main thread only.
 // Nothing fails: a photo without a position is a row marked "?".
+//
+// Every photo's time is the one its camera's clock gives it: read in the
+// photo's own zone, else in the camera's zone, then corrected by the camera's
+// correction. The table shows, sorts and assigns by that time.
 class table_data_model : public QAbstractTableModel
 {
     Q_OBJECT
     Q_DISABLE_COPY(table_data_model)
 
 public:
-    enum sync_mode {
-        sync_previous = 0,
-        sync_following = 1,
-        sync_closest = 2,
-        sync_user_position = 3,
-        sync_gpx = 4,
-    };
-
     explicit table_data_model(QObject *parent = nullptr);
     ~table_data_model() override;
 
@@ -68,7 +68,7 @@ public:
     bool all_assigned() const { return all_assigned_; }
     bool overwrites_gps() const { return overwrites_gps_; }
     bool has_quicktime_gps() const { return has_quicktime_gps_; }
-    bool is_user_position() const { return sync_order_ == sync_user_position; }
+    bool is_user_position() const { return sync_order_ == int(sync_mode::sync_user_position); }
 
     const QStringList &files() const { return files_; }
     const QMap<QString, cache_entry> &cache() const { return cache_; }
@@ -78,20 +78,34 @@ public:
     const QString &track_name() const { return track_name_; }
     const QList<gpx_point> &track_points() const { return track_points_; }
 
-    // The photo's recording date from the metadata cache: local time, or
-    // the offset of its IPTC zone if it has one. Invalid if the date fields
-    // don't form a date.
+    // How the photos of `camera` (exif_cache's "camera"; "" for photos that
+    // name none) are read. A zone the time-zone database doesn't know and a
+    // correction beyond ten years are ignored with a log line. A change sorts
+    // and rebuilds, as a change of mode does.
+    void set_camera_clock(const QString &camera, const camera_clock &clock);
+    camera_clock clock_of(const QString &camera) const;
+    // The cameras of the loaded photos, each with its number of photos.
+    QMap<QString, int> cameras() const;
+    // The loaded photos of one camera, in table order.
+    QStringList files_of_camera(const QString &camera) const;
+
+    // The photo's corrected recording time, from the metadata cache and its
+    // camera's clock. Invalid if the date fields don't form a date.
     QDateTime recording_datetime(const QString &file) const;
-    static QDateTime recording_datetime(const exif_tag_map &values);
+    // The time from the date fields, in the photo's own zone (the EXIF zone,
+    // else the IPTC zone), else in the clock's zone; then corrected.
+    static QDateTime recording_datetime(const exif_tag_map &values,
+                                        const camera_clock &clock = camera_clock());
 
     // `files` ordered by recording date as QDateTime::operator< orders them
     // (invalid dates first), ascending or descending. Equal dates keep no
-    // promised order. Reads `values` only; used by sort() and the benchmarks.
+    // promised order. Reads `values` only, with every camera's clock at its
+    // default; used by the benchmarks.
     static QStringList sorted_by_date(const QStringList &files, Qt::SortOrder order,
                                       const QMap<QString, exif_tag_map> &values);
 
     // The table's files in date order, as sorted_by_date orders them, with
-    // each file's date taken from the model's memo. sort() uses it.
+    // each file's corrected date taken from the model's memo. sort() uses it.
     QStringList sorted_files(Qt::SortOrder order) const;
 
 signals:
@@ -108,48 +122,70 @@ public slots:
     void gps_datetime_format_changed(QString format);
 
 private:
-    // A file's recording date with its sort key, kept while the file's
-    // metadata stays the same map. Turning the date fields into a local time
-    // costs a trip through the C library's time zone code, which re-reads the
-    // zone file when TZ isn't set; a rebuild must not pay that per photo.
-    struct dated
+    // What a rebuild needs of one loaded photo, made from its metadata and its
+    // camera's clock and kept while both stay the same. Reading the metadata
+    // map and turning date fields into an instant (the C library's zone code,
+    // which re-reads the zone file when TZ isn't set) cost more per photo
+    // than the whole rebuild may.
+    struct photo_fact
     {
+        QString file;
         exif_tag_map values; // shares the cache's map; tells when it changed
-        QDateTime date;
-        bool valid = false;
-        qint64 msecs = 0;
+        QString camera;
+        camera_clock clock;    // the camera's clock when the fact was made
+        bool own_zone = false; // the photo records its zone
+        QDateTime date;        // corrected
+        assignment::entry entry;
+        gps_pos position; // own position, if entry.is_source
+        QString source_text;
+        bool quicktime = false;
     };
-    const dated &dated_of(const QString &file, const QMap<QString, exif_tag_map> &values) const;
+    void make_fact(photo_fact &fact, const exif_tag_map &values) const;
+    // Brings every fact up to date with the metadata cache and the clocks;
+    // cheap when neither changed since the last call.
+    void refresh_facts() const;
+    // The fact of a loaded file, up to date; null for a file not in the table.
+    const photo_fact *fact_of(const QString &file) const;
+    QVector<int> sorted_ids(Qt::SortOrder order) const;
+    void store_results(const assignment::result &result);
 
     void insert_file(const QString &file, bool read_metadata);
-    QString date_text(const QString &file) const;
+    QString date_text(const QDateTime &date) const;
+    QString date_tooltip(const photo_fact &fact) const;
 
     QStringList files_;
-    QSet<QString> file_set_; // the same paths, for the duplicate test of a load
     int sort_order_ = Qt::AscendingOrder;
     int sort_column_ = 1;
-    int sync_order_ = sync_previous;
+    int sync_order_ = int(sync_mode::sync_previous);
     QFont header_font_;
     QFont cell_font_;
     QMap<QString, cache_entry> cache_;
     bool all_assigned_ = false;
     bool overwrites_gps_ = false;
     gps_pos set_pos_;
-    bool closest_limited_ = false;
-    bool gpx_limited_ = false;
-    int minutes_closest_ = -1;
+    int minutes_closest_ = -1; // 0 or less: no limit
     int minutes_gpx_ = -1;
     QString datetime_format_;
     bool has_track_ = false;
     bool has_quicktime_gps_ = false;
     QString track_name_;
     QList<gpx_point> track_points_;
+    QHash<QString, camera_clock> clocks_; // cameras whose clock isn't the default
+    int clock_generation_ = 0;            // counts changes of clocks_
 
-    // The track's points as rebuild entries, in time order, made once per
-    // track: a rebuild reads them but never changes a source.
+    // The track's points as rebuild entries and as times, in time order, made
+    // once per track: a rebuild reads them but never changes a source.
     QVector<cache_entry> track_entries_;
-    QVector<qint64> track_msecs_;
-    QVector<bool> track_valid_;
+    std::vector<assignment::entry> track_times_;
 
-    mutable QHash<QString, dated> dates_;
+    // Loaded photos by id, ids in load order. files_ row r is fact row_ids_[r].
+    mutable std::vector<photo_fact> facts_;
+    QHash<QString, int> ids_;
+    QVector<int> row_ids_;
+    // Ids in the key order of cache_, so that a rebuild of the same photos
+    // writes into the map's nodes instead of making a new map.
+    QVector<int> ids_by_path_;
+    // The cache's map that the facts were last checked against.
+    mutable QMap<QString, exif_tag_map> seen_values_;
+    mutable int seen_clock_generation_ = 0;
 };

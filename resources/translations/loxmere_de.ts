@@ -215,6 +215,10 @@ Die meisten Programme bevorzugen den EXIF-Tag gegenüber dem QuickTime-Tag.</tra
         <source>There are multiple tracks inside the selected track files. Please select one.</source>
         <translation>Die ausgewählten Track-Dateien enthalten mehrere Tracks. Bitte wählen Sie einen aus.</translation>
     </message>
+    <message>
+        <source>Set the time zone and clock correction of each camera</source>
+        <translation>Zeitzone und Uhrkorrektur jeder Kamera einstellen</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>
@@ -254,6 +258,105 @@ Die Anwendung muss neu gestartet werden, um die neue Sprache zu verwenden.</tran
     <message>
         <source>files</source>
         <translation>Dateien</translation>
+    </message>
+</context>
+<context>
+    <name>dialog_cameras</name>
+    <message>
+        <source>Cameras</source>
+        <translation>Kameras</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Time zone</source>
+        <translation>Zeitzone</translation>
+    </message>
+    <message>
+        <source>Correction</source>
+        <translation>Korrektur</translation>
+    </message>
+    <message>
+        <source>1 photo</source>
+        <translation>1 Foto</translation>
+    </message>
+    <message>
+        <source>%1 photos</source>
+        <translation>%1 Fotos</translation>
+    </message>
+    <message>
+        <source>The zone of the photos that don&apos;t record their own: this computer&apos;s zone, a fixed offset or a place</source>
+        <translation>Die Zone der Fotos, die keine eigene aufzeichnen: die Zone dieses Computers, ein fester Versatz oder ein Ort</translation>
+    </message>
+    <message>
+        <source>Added to the time of every photo of this camera, e.g. +00:03:00 or -1d 02:00:00</source>
+        <translation>Wird zur Zeit jedes Fotos dieser Kamera addiert, z. B. +00:03:00 oder -1d 02:00:00</translation>
+    </message>
+    <message>
+        <source>From a photo...</source>
+        <translation>Aus einem Foto...</translation>
+    </message>
+    <message>
+        <source>Find the correction from a photo of a clock: type the time that it shows</source>
+        <translation>Die Korrektur aus dem Foto einer Uhr ermitteln: die Zeit eingeben, die es zeigt</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>This computer&apos;s zone and no correction</source>
+        <translation>Zone dieses Computers und keine Korrektur</translation>
+    </message>
+    <message>
+        <source>Load photos to set the clocks of their cameras.</source>
+        <translation>Laden Sie Fotos, um die Uhren ihrer Kameras einzustellen.</translation>
+    </message>
+    <message>
+        <source>A photo that records its own time zone keeps it; the correction is added to every photo of the camera. Changes apply at once and are kept for the camera&apos;s next photos.</source>
+        <translation>Ein Foto, das seine eigene Zeitzone aufzeichnet, behält sie; die Korrektur wird zu jedem Foto der Kamera addiert. Änderungen gelten sofort und bleiben für die nächsten Fotos der Kamera erhalten.</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Unknown camera</source>
+        <translation>Unbekannte Kamera</translation>
+    </message>
+    <message>
+        <source>This computer&apos;s zone</source>
+        <translation>Zone dieses Computers</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a time zone known here. Choose one from the list, or type an offset such as UTC+05:30.</source>
+        <translation>„%1“ ist hier keine bekannte Zeitzone. Wählen Sie eine aus der Liste oder geben Sie einen Versatz wie UTC+05:30 ein.</translation>
+    </message>
+    <message>
+        <source>Can&apos;t read the correction &quot;%1&quot;. Type it as +00:03:00 (hours, minutes, seconds) or -1d 02:00:00 (with days).</source>
+        <translation>Die Korrektur „%1“ ist nicht lesbar. Geben Sie sie als +00:03:00 (Stunden, Minuten, Sekunden) oder -1d 02:00:00 (mit Tagen) ein.</translation>
+    </message>
+    <message>
+        <source>A correction of more than ten years is refused.</source>
+        <translation>Eine Korrektur von mehr als zehn Jahren wird abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Reference photo</source>
+        <translation>Referenzfoto</translation>
+    </message>
+    <message>
+        <source>Choose a photo of %1 that shows a clock, such as a GPS device&apos;s or a phone&apos;s screen.</source>
+        <translation>Wählen Sie ein Foto von %1, das eine Uhr zeigt, etwa den Bildschirm eines GPS-Geräts oder eines Telefons.</translation>
+    </message>
+    <message>
+        <source>Type the time that %1 shows, as a clock in the camera&apos;s time zone (%2). The field starts with the time the camera recorded.</source>
+        <translation>Geben Sie die Zeit ein, die %1 zeigt, als Uhrzeit in der Zeitzone der Kamera (%2). Das Feld beginnt mit der Zeit, die die Kamera aufgezeichnet hat.</translation>
+    </message>
+    <message>
+        <source>Can&apos;t read the time &quot;%1&quot;. Type it as 2021-06-01 14:03:00, or 14:03:00 for the photo&apos;s day.</source>
+        <translation>Die Zeit „%1“ ist nicht lesbar. Geben Sie sie als 2021-06-01 14:03:00 ein, oder als 14:03:00 für den Tag des Fotos.</translation>
     </message>
 </context>
 <context>
@@ -307,6 +410,14 @@ Die Anwendung muss neu gestartet werden, um die neue Sprache zu verwenden.</tran
     <message>
         <source>Clear GPS data</source>
         <translation>GPS-Daten löschen</translation>
+    </message>
+    <message>
+        <source>Read in the camera&apos;s time zone %1</source>
+        <translation>In der Zeitzone der Kamera gelesen: %1</translation>
+    </message>
+    <message>
+        <source>Recorded %1, corrected by %2</source>
+        <translation>Aufgezeichnet %1, korrigiert um %2</translation>
     </message>
 </context>
 <context>

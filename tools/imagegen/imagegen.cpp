@@ -206,6 +206,27 @@ void disc_with_glyph(QPainter &p, const QString &glyph)
     p.drawPath(path);
 }
 
+// A camera whose lens is a clock face: the cameras' clocks.
+void camera_clock_icon(QPainter &p)
+{
+    const QPointF lens(8.5, 9.75);
+    QPainterPath body;
+    body.addRoundedRect(QRectF(0.5, 4.0, 16.0, 11.5), 2.0, 2.0);
+    QPainterPath finder;
+    finder.addRoundedRect(QRectF(5.0, 2.0, 7.0, 3.0), 1.0, 1.0);
+    p.setPen(Qt::NoPen);
+    p.setBrush(stencil);
+    p.drawPath(body.united(finder));
+    cut(p);
+    p.drawEllipse(lens, 4.4, 4.4);
+    p.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    p.setBrush(stencil);
+    p.drawEllipse(lens, 3.2, 3.2);
+    cut(p);
+    p.drawRect(QRectF(8.0, 7.2, 1.0, 3.05)); // hour hand, up
+    p.drawRect(QRectF(8.0, 9.25, 2.5, 1.0)); // minute hand, right
+}
+
 void folder(QPainter &p)
 {
     p.setPen(Qt::NoPen);
@@ -569,6 +590,7 @@ registry all_images()
     r["icon_settings.png"] = {
         head_icon, [](QPainter &p) { gear(p, QPointF(8.5, 8.5), 8.5, 5.6, 2.4, 8, 3.0); }};
     r["icon_about.png"] = {head_icon, [](QPainter &p) { disc_with_glyph(p, QStringLiteral("i")); }};
+    r["icon_cameras.png"] = {head_icon, camera_clock_icon};
     r["icon_help.png"] = {head_icon, [](QPainter &p) { disc_with_glyph(p, QStringLiteral("?")); }};
     r["icon_load.png"] = {QSize(14, 14), folder};
     r["icon_undo.png"] = {QSize(14, 14), [](QPainter &p) { back_arrow(p, 1.0, 2.0); }};

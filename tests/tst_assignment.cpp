@@ -1,0 +1,169 @@
+#include "model/assignment.h"
+
+#include <QtTest>
+
+class tst_assignment : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void rules_data();
+    void rules();
+};
+
+namespace {
+
+const qint64 base_ms = 1590998400000; // 2020-06-01 08:00 UTC
+
+QString swap_arrows(QString text)
+{
+    const QString up(QChar(0x2191)), down(QChar(0x2193));
+    text.replace(up, QStringLiteral("#"));
+    text.replace(down, up);
+    text.replace(QStringLiteral("#"), down);
+    return text;
+}
+
+// "<seconds>[+]" per entry ("+": a position of its own), "x" for no time.
+std::vector<assignment::entry> entries(const QString &spec)
+{
+    std::vector<assignment::entry> list;
+    for (QString item : spec.split(' ', Qt::SkipEmptyParts)) {
+        const bool source = item.endsWith('+');
+        item.remove('+');
+        const bool timed = item != "x";
+        list.push_back({timed ? base_ms + qRound64(item.toDouble() * 1000) : 0, timed, source});
+    }
+    return list;
+}
+
+} // namespace
+
+// Photos and track points are given as entries (see entries()); "-" is no
+// track at all. The expectation gives, per photo in the order given, the
+// indicator and the source: "p<i>" photo i, "t<j>" track point j, "-" none;
+// "*" matches any indicator. Expectations are for an ascending table; each
+// scenario also runs descending, where the arrows swap and nothing else
+// changes. Counters: assigned, not assigned, total, typed position overwrites.
+void tst_assignment::rules_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("descending");
+    QTest::addColumn<int>("minutes_closest");
+    QTest::addColumn<int>("minutes_gpx");
+    QTest::addColumn<QString>("photos");
+    QTest::addColumn<QString>("track");
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<QList<int>>("counters");
+
+    struct scenario
+    {
+        const char *tag;
+        int mode;
+        int minutes_closest;
+        int minutes_gpx;
+        const char *photos;
+        const char *track;
+        const char *expected;
+        QList<int> counters;
+    };
+    const QList<scenario> scenarios = {
+        {"previous, no positions", 0, 0, 0, "0 60 120", "-", "?- ?- ?-", {0, 3, 3, 0}},
+        {"following, no positions", 1, 0, 0, "0 60 120", "-", "?- ?- ?-", {0, 3, 3, 0}},
+        {"closest, no positions", 2, 0, 0, "0 60 120", "-", "?- ?- ?-", {0, 3, 3, 0}},
+        {"previous from the first", 0, 0, 0, "0+ 60 120", "-", "←- ↑p0 ↑p0", {2, 0, 3, 0}},
+        {"previous, unsorted input", 0, 0, 0, "120 0+ 60", "-", "↑p1 ←- ↑p1", {2, 0, 3, 0}},
+        {"previous, nothing earlier", 0, 0, 0, "0 60+ 120", "-", "?- ←- ↑p1", {1, 1, 3, 0}},
+        {"following, nothing later", 1, 0, 0, "0+ 60 120", "-", "←- ?- ?-", {0, 2, 3, 0}},
+        {"following from the last", 1, 0, 0, "0 60 120+", "-", "↓p2 ↓p2 ←-", {2, 0, 3, 0}},
+        {"previous takes the nearest", 0, 0, 0, "0+ 30+ 60", "-", "←- ←- ↑p1", {1, 0, 3, 0}},
+        {"previous, 600 s pass 10 min", 0, 10, 0, "0+ 600 601", "-", "←- ↑p0 ?-", {1, 1, 3, 0}},
+        {"previous, no chain", 0, 5, 0, "0+ 300 600", "-", "←- ↑p0 ?-", {1, 1, 3, 0}},
+        {"following, 600 s pass 10 min", 1, 10, 0, "0 1 601+", "-", "?- ↓p2 ←-", {1, 1, 3, 0}},
+        {"previous ignores gpx limit", 0, 0, 1, "0+ 3600", "-", "←- ↑p0", {1, 0, 2, 0}},
+        {"closest, half way: later", 2, 0, 0, "0+ 60 120+", "-", "←- ↓p2 ←-", {1, 0, 3, 0}},
+        {"closest, earlier nearer", 2, 0, 0, "0+ 59 120+", "-", "←- ↑p0 ←-", {1, 0, 3, 0}},
+        {"closest, later nearer", 2, 0, 0, "0+ 61 120+", "-", "←- ↓p2 ←-", {1, 0, 3, 0}},
+        {"closest, nearer side too far", 2, 10, 0, "0+ 700 1250+", "-", "←- ↓p2 ←-", {1, 0, 3, 0}},
+        {"closest, 600 s pass, 601 not", 2, 10, 0, "0+ 600 1201+", "-", "←- ↑p0 ←-", {1, 0, 3, 0}},
+        {"closest, both too far", 2, 10, 0, "0+ 601 1202+", "-", "←- ?- ←-", {0, 1, 3, 0}},
+        {"closest, side given up", 2, 10, 0, "x+ 0+ 1000", "-", "←- ←- ?-", {0, 1, 3, 0}},
+        {"closest, same time", 2, 0, 0, "0+ 0 500", "-", "←- *p0 ↑p0", {2, 0, 3, 0}},
+        {"closest, invalid date", 2, 1, 0, "x 0+ 5000", "-", "↓p1 ←- ?-", {1, 1, 3, 0}},
+        {"closest, gaps",
+         2,
+         0,
+         0,
+         "0+ 1 2 10+ 19 20+ 30",
+         "-",
+         "←- ↑p0 ↑p0 ←- ↓p5 ←- ↑p5",
+         {4, 0, 7, 0}},
+        {"closest ignores a track", 2, 0, 0, "0+ 10", "9", "←- ↑p0", {1, 0, 2, 0}},
+        {"gpx without track", 4, 0, 1, "0+ 30 200+", "-", "←- ↑p0 ←-", {1, 0, 3, 0}},
+        {"gpx without track, limit", 4, 0, 1, "0+ 61 200+", "-", "←- ?- ←-", {0, 1, 3, 0}},
+        {"gpx ignores closest limit", 4, 1, 0, "0+ 1000", "-", "←- ↑p0", {1, 0, 2, 0}},
+        {"gpx, points", 4, 0, 0, "0 100+ 400", "50 390", "Gt0 ←- Gt1", {2, 0, 5, 0}},
+        {"gpx, before the first point", 4, 0, 5, "0", "300 600", "Gt0", {1, 0, 3, 0}},
+        {"gpx, first point too far", 4, 0, 4, "0", "300 600", "?-", {0, 1, 3, 0}},
+        {"gpx, after the last point", 4, 0, 0, "900", "300 600", "Gt1", {1, 0, 3, 0}},
+        {"gpx, photo nearer than point", 4, 0, 0, "0+ 10", "30", "←- ↑p0", {1, 0, 3, 0}},
+        {"gpx, tie goes to later point", 4, 0, 0, "0+ 10", "20", "←- Gt0", {1, 0, 3, 0}},
+        {"gpx, tie goes to later photo", 4, 0, 0, "10 20+", "0", "↓p1 ←-", {1, 0, 3, 0}},
+        {"gpx, unsorted points", 4, 0, 0, "100 250", "300 0 200", "Gt2 Gt0", {2, 0, 5, 0}},
+        {"gpx, 600 s pass, 601 not", 4, 0, 10, "0 1201", "600", "Gt0 ?-", {1, 1, 3, 0}},
+        // secsTo truncates the difference towards zero: -600.999 s is 600 s.
+        {"gpx, milliseconds truncated", 4, 0, 10, "0", "-600.999", "Gt0", {1, 0, 2, 0}},
+        // secsTo is 0 when a date is invalid, so a point without time passes any limit.
+        {"gpx, point without time", 4, 0, 1, "x 5000", "x", "Gt0 Gt0", {2, 0, 3, 0}},
+        {"user position", 3, 0, 0, "0 60", "5", "=- =-", {2, 0, 2, 0}},
+        {"user position overwrites", 3, 0, 0, "0+ 60", "-", "=- =-", {2, 0, 2, 1}},
+        {"unknown mode", 7, 0, 0, "0+ 60", "-", "←- -", {0, 0, 0, 0}},
+        {"closest, empty list", 2, 0, 0, "", "-", "", {0, 0, 0, 0}},
+        {"gpx, empty list", 4, 0, 0, "", "10 20", "", {0, 0, 2, 0}},
+    };
+    for (const scenario &s : scenarios) {
+        const QString expected = QString::fromUtf8(s.expected);
+        for (const bool descending : {false, true})
+            QTest::addRow("%s, %s", s.tag, descending ? "descending" : "ascending")
+                << s.mode << descending << s.minutes_closest << s.minutes_gpx << QString(s.photos)
+                << QString(s.track) << (descending ? swap_arrows(expected) : expected)
+                << s.counters;
+    }
+}
+
+void tst_assignment::rules()
+{
+    QFETCH(int, mode);
+    QFETCH(bool, descending);
+    QFETCH(int, minutes_closest);
+    QFETCH(int, minutes_gpx);
+    QFETCH(QString, photos);
+    QFETCH(QString, track);
+    QFETCH(QString, expected);
+    QFETCH(QList<int>, counters);
+
+    const std::vector<assignment::entry> photo_list = entries(photos);
+    const std::vector<assignment::entry> track_list = entries(track == "-" ? QString() : track);
+    const int photo_count = int(photo_list.size());
+    const assignment::result r = assignment::run(
+        photo_list, track_list, {sync_mode(mode), descending, minutes_closest, minutes_gpx});
+
+    QCOMPARE(QList<int>({r.assigned, r.not_assigned, r.total, int(r.overwrites_gps)}), counters);
+    const QStringList expected_rows = expected.split(' ', Qt::SkipEmptyParts);
+    QStringList actual;
+    for (int i = 0; i < photo_count; ++i) {
+        const assignment::outcome &got = r.photos[size_t(i)];
+        const QString source = got.source < 0 ? "-"
+                               : got.source < photo_count
+                                   ? QString("p%1").arg(got.source)
+                                   : QString("t%1").arg(got.source - photo_count);
+        const QString indicator = expected_rows.value(i).startsWith('*')
+                                      ? "*"
+                                      : assignment::indicator_text(got.indicator);
+        actual << indicator + source;
+    }
+    QCOMPARE(actual.join(' '), expected_rows.join(' '));
+}
+
+QTEST_GUILESS_MAIN(tst_assignment)
+#include "tst_assignment.moc"
