@@ -32,7 +32,6 @@ private slots:
     void date_text();
     void sort_by_date_data();
     void sort_by_date();
-    void clear_keeps_settings();
     void add_file_data();
     void add_file();
     void new_metadata_moves_the_row();
@@ -187,7 +186,7 @@ void tst_table_data_model::positions()
 
 void tst_table_data_model::rebuild_signals()
 {
-    add_photo("a.jpg", date_values(base));
+    const QString a = add_photo("a.jpg", date_values(base));
     add_photo("b.jpg", date_values(base.addSecs(1)));
     QCOMPARE(model_->index(0, 2).data().toString(), "?  -"); // before the first rebuild
     QSignalSpy changed(model_.get(), &QAbstractItemModel::dataChanged);
@@ -212,6 +211,19 @@ void tst_table_data_model::rebuild_signals()
     const stream_capture capture;
     model_->gps_sync_order_changed(9);
     QCOMPARE(capture.err_text(), "Unknown sync_order 9\n");
+
+    // Clearing rebuilds to nothing; the settings, the track and the metadata stay.
+    model_->set_gpx_track({"walk", {{"1", "2", base}}});
+    QSignalSpy reset(model_.get(), &QAbstractItemModel::modelReset);
+    model_->clear();
+    QCOMPARE(rebuilt.count(), 6);
+    QCOMPARE(rebuilt.last(), QVariantList({0, 0, 0}));
+    QCOMPARE(reset.count(), 1);
+    QCOMPARE(model_->rowCount(), 0);
+    QVERIFY(model_->cache().isEmpty());
+    QCOMPARE(model_->sync_order(), 9);
+    QVERIFY(model_->has_track());
+    QVERIFY(exif_cache::instance()->values.contains(a));
 }
 
 // A summer date unless `local` says otherwise ("-": none). `zones` is
@@ -332,26 +344,6 @@ void tst_table_data_model::sort_by_date()
     QCOMPARE(model_->files(), files);
     QCOMPARE(model_->sort_order(), order);
     QCOMPARE(rebuilt.count(), 1);
-}
-
-void tst_table_data_model::clear_keeps_settings()
-{
-    const QString path = add_photo("a.jpg", date_values(base));
-    model_->gps_sync_order_changed(int(sync_mode::sync_closest));
-    model_->set_gpx_track({"walk", {{"1", "2", base}}});
-
-    QSignalSpy rebuilt(model_.get(), &table_data_model::cache_rebuilt);
-    QSignalSpy reset(model_.get(), &QAbstractItemModel::modelReset);
-    model_->clear();
-    QCOMPARE(rebuilt.count(), 1);
-    QCOMPARE(rebuilt.at(0), QVariantList({0, 0, 0}));
-    QCOMPARE(reset.count(), 1);
-    QCOMPARE(model_->rowCount(), 0);
-    QVERIFY(model_->cache().isEmpty());
-    QCOMPARE(model_->sync_order(), int(sync_mode::sync_closest));
-    QVERIFY(model_->has_track());
-    // The metadata stays for the flows that still need it.
-    QVERIFY(exif_cache::instance()->values.contains(path));
 }
 
 void tst_table_data_model::add_file_data()
