@@ -151,13 +151,11 @@ void tst_table_data_model::positions()
     const auto filled = [&](QString text) { return text.replace("%1", lat).replace("%2", lon); };
 
     exif_tag_map values = date_values(base);
-    values.insert({{"has_gps_position", "true"},
-                   {"gps_lat", "-48.137000"},
-                   {"gps_lat_ref", "S"},
-                   {"gps_lon", "-11.575000"},
-                   {"gps_lon_ref", "W"},
-                   {"has_quicktime_gps", "true"},
-                   {"gps_numerical", "-48.137000, -11.575000"}});
+    const QString own_position("has_gps_position=true;has_quicktime_gps=true;gps_lat=-48.137000;"
+                               "gps_lat_ref=S;gps_lon=-11.575000;gps_lon_ref=W;"
+                               "gps_numerical=-48.137000, -11.575000");
+    for (const QString &pair : own_position.split(';'))
+        values.insert(pair.section('=', 0, 0), pair.section('=', 1));
     const QString a = add_photo("a.jpg", values);
     const QString b = add_photo("b.jpg", date_values(base.addSecs(5)));
     if (mode == int(sync_mode::sync_gpx))
@@ -350,14 +348,11 @@ void tst_table_data_model::add_file_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("warning"); // empty: read by ExifTool
-    QTest::addRow("photo") << "IMG_0002.JPG"
-                           << "";
-    QTest::addRow("line feed") << "a\n-all=.jpg"
-                               << "Not reading";
-    QTest::addRow("carriage return") << "a\r-all=.jpg"
-                                     << "Not reading";
-    QTest::addRow("relative") << "-delete_original"
-                              << "not absolute";
+    const QString refused("Not reading");
+    QTest::addRow("photo") << "IMG_0002.JPG" << QString();
+    QTest::addRow("line feed") << "a\n-all=.jpg" << refused;
+    QTest::addRow("carriage return") << "a\r-all=.jpg" << refused;
+    QTest::addRow("relative") << "-delete_original" << QString("not absolute");
 }
 
 // A file added twice has one row. A name that would split ExifTool's argument
