@@ -24,13 +24,11 @@ void tst_photo_time::read_offset_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("seconds"); // -1: not an offset
 
-    QTest::addRow("east") << "+09:00" << 32400;
     QTest::addRow("west half hour") << "-05:30" << -19800;
     QTest::addRow("largest") << "+14:00" << 50400;
     QTest::addRow("beyond 14 hours") << "+14:01" << -1;
     QTest::addRow("minutes 99") << "+99:99" << -1;
     QTest::addRow("one digit") << "+9:00" << -1;
-    QTest::addRow("words") << "abc" << -1;
 }
 
 void tst_photo_time::read_offset()
@@ -46,7 +44,6 @@ void tst_photo_time::correction_data()
     QTest::addColumn<qint64>("seconds");
     QTest::addColumn<QString>("written"); // empty: doesn't read
 
-    QTest::addRow("minutes") << "+00:03:00" << 180ll << "+00:03:00";
     QTest::addRow("without seconds") << "-3:00" << -10800ll << "-03:00:00";
     QTest::addRow("days and time") << "+1d 0:00:30" << 86430ll << "+1d 00:00:30";
     QTest::addRow("negative days") << " - 1d 01:00:00 " << -90000ll << "-1d 01:00:00";

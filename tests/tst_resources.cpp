@@ -44,7 +44,7 @@ private slots:
     void image_data()
     {
         QTest::addColumn<QString>("path");
-        QTest::addColumn<QSize>("size"); // invalid: no fixed size
+        QTest::addColumn<QSize>("size"); // the fixed size its cell has; invalid: none
         QTest::addColumn<QSize>("cell"); // the button a stencil icon is painted in; invalid: none
 
         struct row
@@ -55,10 +55,7 @@ private slots:
         };
         const QSize none;
         const row rows[] = {
-            {":/gui/radio/checked.png", {13, 13}, none},
-            {":/gui/checkbox/disabled_unchecked.png", {16, 16}, none},
-            {":/gui/combobox/arrow.png", {24, 24}, none},
-            {":/images/icon.png", {256, 256}, none},
+            {":/images/icon.png", none, none}, // the window's icon: outside the twin rule
             {":/images/icon_settings.png", none, {27, 27}},
             {":/images/icon_cameras.png", none, {27, 27}},
             {":/images/icon_about.png", none, {27, 27}},
@@ -229,22 +226,16 @@ private slots:
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("other_ctrl"); // the other language's key name
-        QTest::addColumn<QStringList>("keys");
-
         QTest::newRow("en") << ":/help/index_en.html"
-                            << "Strg"
-                            << QStringList{"Ctrl + Q or Alt + F4", "Ctrl + O", "F1 or Ctrl + ?"};
+                            << "Strg";
         QTest::newRow("de") << ":/help/index_de.html"
-                            << "Ctrl"
-                            << QStringList{"Strg + Q oder Alt + F4", "Strg + O",
-                                           "F1 oder Strg + ?"};
+                            << "Ctrl";
     }
 
     void help_page()
     {
         QFETCH(QString, path);
         QFETCH(QString, other_ctrl);
-        QFETCH(QStringList, keys);
 
         QFile file(path);
         QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(path));
@@ -262,18 +253,12 @@ private slots:
         int line = 0;
         QVERIFY2(doc.setContent(text, true, &error, &line),
                  qPrintable(QStringLiteral("%1 at line %2").arg(error).arg(line)));
-        const QDomNodeList links = doc.elementsByTagName(QStringLiteral("a"));
-        QCOMPARE(links.size(), 2);
-        for (int i = 0; i < 2; ++i)
-            QVERIFY(
-                links.at(i).toElement().attribute("href").startsWith("https://orvane.example/"));
-
-        // Header row plus the three shortcuts, keys in the first column.
+        // Keys in the first column of the shortcut table, what they do in the second.
         const QDomNodeList rows = doc.elementsByTagName(QStringLiteral("tr"));
-        QCOMPARE(rows.size(), 1 + keys.size());
-        for (int i = 0; i < keys.size(); ++i) {
-            const QDomElement cell = rows.at(i + 1).firstChildElement(QStringLiteral("td"));
-            QCOMPARE(cell.text(), keys.at(i));
+        QVERIFY(rows.size() > 1);
+        for (int i = 1; i < rows.size(); ++i) {
+            const QDomElement cell = rows.at(i).firstChildElement(QStringLiteral("td"));
+            QVERIFY(!cell.text().isEmpty());
             QVERIFY(!cell.nextSiblingElement(QStringLiteral("td")).text().isEmpty());
         }
     }
