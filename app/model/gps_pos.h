@@ -25,6 +25,12 @@ Q_DECLARE_METATYPE(gps_pos)
 // seconds are truncated; the reference letter is always the last character.
 QString format_gps_coordinate(float value, bool is_latitude);
 
+// format_decimal(-12.5) == "-12.500000", format_decimal(-0.0000004) ==
+// "0.000000": six decimals, rounded half away from zero, no minus sign on a
+// zero. Many times faster than QString::number, which a rebuild of 10,000
+// interpolated photos can't afford.
+QString format_decimal(double value);
+
 // format_utc_offset(5.5) == "+05:30"; minutes are truncated.
 QString format_utc_offset(float hours);
 
