@@ -40,6 +40,12 @@ bool read_coordinate(const QString &text, double limit, double *value)
     return ok && std::isfinite(*value) && std::fabs(*value) <= limit;
 }
 
+// Metres as a plain number within max_altitude_m of sea level.
+bool read_altitude(const QString &text, double *value)
+{
+    return read_coordinate(text, max_altitude_m, value);
+}
+
 bool letter_agrees(double value, const QString &letter, QLatin1String positive,
                    QLatin1String negative)
 {
@@ -146,6 +152,16 @@ exif_tag_map gps_tag_maps::sync_tags(const gps_pos &position, bool has_xmp_gps, 
         for (const QString &name : user_position_cleared_tags())
             tags.insert(name, QString());
     }
+    // ExifTool 12.57 writes "GPSAltitude#=-12.5" as 12.5 m above sea level
+    // and "1e3" as 1 m: the altitude goes as its plain size, below sea level
+    // in the reference. The print forms replace the emptied entries above.
+    double altitude = 0;
+    if (!position.altitude.isEmpty() && read_altitude(position.altitude, &altitude)) {
+        tags.insert(QStringLiteral("GPSAltitude"), format_decimal(std::fabs(altitude)));
+        tags.insert(QStringLiteral("GPSAltitudeRef"), altitude < 0
+                                                          ? QStringLiteral("Below Sea Level")
+                                                          : QStringLiteral("Above Sea Level"));
+    }
     return tags;
 }
 
@@ -168,7 +184,7 @@ bool gps_tag_maps::is_writable(const gps_pos &position, QString *why)
         return false;
     };
     if (position.lat_numerical.isEmpty() && position.lon_numerical.isEmpty() &&
-        position.lat_ref.isEmpty() && position.lon_ref.isEmpty())
+        position.lat_ref.isEmpty() && position.lon_ref.isEmpty() && position.altitude.isEmpty())
         return true;
 
     double lat = 0;
@@ -185,5 +201,10 @@ bool gps_tag_maps::is_writable(const gps_pos &position, QString *why)
     if (!letter_agrees(lon, position.lon_ref, QLatin1String("E"), QLatin1String("W")))
         return fail(QStringLiteral("longitude reference '%1' doesn't fit '%2'")
                         .arg(position.lon_ref, position.lon_numerical));
+    double altitude = 0;
+    if (!position.altitude.isEmpty() && !read_altitude(position.altitude, &altitude))
+        return fail(QStringLiteral("altitude '%1' is no number within %2 m")
+                        .arg(position.altitude)
+                        .arg(max_altitude_m, 0, 'f', 0));
     return true;
 }

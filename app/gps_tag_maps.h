@@ -41,6 +41,9 @@ public:
     // "GPSLongitude#", "GPSLongitudeRef"; with `has_xmp_gps` also
     // "XMP:GPSLatitude#" and "XMP:GPSLongitude#"; with `user_position` the 27
     // cleared tags (and "XMP:GPSAltitude" beside XMP GPS) with empty values.
+    // With an altitude that reads, "GPSAltitude" (its size, six decimals) and
+    // "GPSAltitudeRef" ("Above Sea Level" or "Below Sea Level"); XMP's
+    // altitude is left as it is.
     static exif_tag_map sync_tags(const gps_pos &position, bool has_xmp_gps, bool user_position);
 
     // The same map for every file: "GPS:all" and the three XMP tags, empty.
@@ -51,7 +54,8 @@ public:
     // ("abc", "46,5", "19°10'41.5\"S" or "nan" leave a letter and no
     // coordinate), so a half-new position would remain. Writable are: the
     // empty position (it clears), or two plain decimal numbers within
-    // +-90/+-180 with the letters N/S and E/W that agree with their signs.
+    // +-90/+-180 with the letters N/S and E/W that agree with their signs,
+    // and no altitude or a plain number within max_altitude_m.
     // Otherwise false, with the reason in `why`.
     static bool is_writable(const gps_pos &position, QString *why = nullptr);
 };

@@ -17,6 +17,7 @@
 
 #include <vn/application_log.h>
 #include <vn/button_dark.h>
+#include <vn/checkbox.h>
 #include <vn/datetime_format_selector.h>
 #include <vn/diagnostics.h>
 #include <vn/dialog_about.h>
@@ -83,6 +84,8 @@ const QString panel_background =
 const QString key_last_image_load_path = QStringLiteral("last_image_load_path");
 const QString key_last_gpx_load_path = QStringLiteral("last_gpx_load_path");
 const QString key_sync_order = QStringLiteral("sync_order");
+const QString key_interpolate = QStringLiteral("gpx_interpolate");
+const QString key_altitude = QStringLiteral("gpx_altitude");
 const quint32 default_sync_order = 2; // closest
 constexpr qint64 repaint_interval_ms = 100;
 
@@ -435,6 +438,15 @@ void MainWindow::build_position_panel()
     gpx_max_time_edit->setFixedWidth(45);
     gpx_max_time_edit->setText(QStringLiteral("5"));
     gpx_max_time_edit->setValidator(new number_validator(gpx_max_time_edit));
+    interpolate_check = new vn::checkbox(tr("Interpolate"), this);
+    interpolate_check->setObjectName(QStringLiteral("interpolate_check"));
+    interpolate_check->setToolTip(
+        tr("Place a photo between the two track points before and after it, by time,\ninstead "
+           "of on the nearest point. Both points must lie within the time difference."));
+    altitude_check = new vn::checkbox(tr("Altitude"), this);
+    altitude_check->setObjectName(QStringLiteral("altitude_check"));
+    altitude_check->setToolTip(
+        tr("Also write the altitude of the track where it has one, below sea level included"));
 
     gpx_layout->add(vn::qt::cell());
     gpx_layout->column_width() = 47;
@@ -452,8 +464,9 @@ void MainWindow::build_position_panel()
     gpx_limit_row->addWidget(gpx_max_time_edit);
     gpx_limit_row->addWidget(new QLabel(tr("min."), this));
     gpx_limit_row->addStretch(1);
-    gpx_layout->add(vn::qt::cell());
-    gpx_layout->add(gpx_limit_row, kw::column_span = 2, kw::height = 22);
+    gpx_limit_row->addWidget(interpolate_check);
+    gpx_limit_row->addWidget(altitude_check);
+    gpx_layout->add(gpx_limit_row, kw::column_span = 3, kw::height = 22);
     gpx_layout->row_height() = 30;
 
     remove_gps_button = new vn::button_dark(tr("Remove GPS data from all files"), this);
@@ -590,6 +603,14 @@ void MainWindow::make_connections()
     connect(max_time_edit, &QLineEdit::textChanged, this, &MainWindow::update_max_time_difference);
     connect(gpx_max_time_edit, &QLineEdit::textChanged, this,
             &MainWindow::update_max_time_difference);
+    connect(interpolate_check, &QAbstractButton::clicked, this, [this](bool checked) {
+        model->gps_interpolation_changed(checked);
+        save_state();
+    });
+    connect(altitude_check, &QAbstractButton::clicked, this, [this](bool checked) {
+        model->gps_altitude_changed(checked);
+        save_state();
+    });
 }
 
 void MainWindow::make_shortcuts()
@@ -641,6 +662,8 @@ void MainWindow::update_source_controls()
     longitude_edit->setEnabled(sync_order == 3);
     max_time_edit->setEnabled(sync_order < 3);
     gpx_max_time_edit->setEnabled(sync_order == 4);
+    interpolate_check->setEnabled(sync_order == 4);
+    altitude_check->setEnabled(sync_order == 4);
     gpx_name_edit->setEnabled(sync_order == 4);
     load_gpx_button->setEnabled(sync_order == 4);
 }
@@ -841,6 +864,8 @@ void MainWindow::save_state()
     settings.setValue(key_last_image_load_path, last_image_load_path);
     settings.setValue(key_last_gpx_load_path, last_gpx_load_path);
     settings.setValue(key_sync_order, sync_order);
+    settings.setValue(key_interpolate, interpolate_check->isChecked());
+    settings.setValue(key_altitude, altitude_check->isChecked());
 }
 
 void MainWindow::restore_state()
@@ -861,7 +886,11 @@ void MainWindow::restore_state()
     // An unknown stored mode checks nothing and leaves the first radio checked.
     if (QAbstractButton *radio = mode_group->button(int(sync_order)); radio && sync_order <= 4)
         radio->setChecked(true);
+    interpolate_check->setChecked(settings.value(key_interpolate, false).toBool());
+    altitude_check->setChecked(settings.value(key_altitude, false).toBool());
     update_source_controls();
+    model->gps_interpolation_changed(interpolate_check->isChecked());
+    model->gps_altitude_changed(altitude_check->isChecked());
     model->gps_sync_order_changed(int(sync_order));
     model->gps_datetime_format_changed(settings_dialog->datetime_selector()->datetime_format());
     const QHash<QString, camera_clock> clocks = camera_clock_settings::load();

@@ -23,6 +23,7 @@ QT_END_NAMESPACE
 namespace vn {
 class application_log;
 class button_dark;
+class checkbox;
 class lineedit;
 class radio;
 namespace qt {
@@ -91,10 +92,12 @@ public:
     // The tags that bring `file` back to what it held when it was read.
     static exif_tag_map build_undo_tags(const QString &file);
 
-    // Stores the mode and the two folders of the file dialogs at once.
+    // Stores the mode, the two track options and the two folders of the file
+    // dialogs at once.
     void save_state();
-    // Reads them back, checks the mode's radio and hands mode, date format
-    // and the stored camera clocks to the model. Part of construction.
+    // Reads them back, checks the mode's radio and the options and hands
+    // them, the date format and the stored camera clocks to the model. Part
+    // of construction.
     void restore_state();
 
 protected:
@@ -173,6 +176,8 @@ private:
     vn::lineedit *longitude_edit = nullptr;
     vn::lineedit *max_time_edit = nullptr;
     vn::lineedit *gpx_max_time_edit = nullptr;
+    vn::checkbox *interpolate_check = nullptr;
+    vn::checkbox *altitude_check = nullptr;
     vn::button_dark *load_gpx_button = nullptr;
     vn::lineedit *gpx_name_edit = nullptr;
     vn::button_dark *remove_gps_button = nullptr;

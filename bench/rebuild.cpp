@@ -1,4 +1,5 @@
-// Times table_data_model::rebuild_cache in every mode and both table
+// Times table_data_model::rebuild_cache in every mode (the GPX mode with and
+// without placing photos between points) and both table
 // directions, the date sort of the file list alone, and a change of one
 // camera's clock, on generated photos of five cameras with different zones
 // and corrections and a generated track. Metadata goes straight into
@@ -113,7 +114,8 @@ data_set make_data(int photos, int points_per_photo)
     for (int j = 0; j < points; ++j) {
         data.track.points.append({QString::number(46.5 + j * 1e-6, 'f', 7),
                                   QString::number(10.5 + j * 1e-6, 'f', 7),
-                                  start.addMSecs(span * 1000 * j / std::max(1, points))});
+                                  start.addMSecs(span * 1000 * j / std::max(1, points)),
+                                  QString::number(500 + j % 1000 * 0.1, 'f', 1)});
     }
     return data;
 }
@@ -147,7 +149,10 @@ timing best_ms(int repeats, const std::function<void()> &work)
     return best;
 }
 
-const char *const mode_names[] = {"previous", "following", "closest", "user position", "gpx"};
+// The GPX mode twice: as it starts, then placing photos between points,
+// with altitudes.
+const char *const mode_names[] = {"previous",      "following", "closest",
+                                  "user position", "gpx",       "gpx between"};
 
 } // namespace
 
@@ -204,8 +209,10 @@ int main(int argc, char **argv)
                         photos, data.track.points.size(), "load order", order_name,
                         shuffled_ms.wall_ms, shuffled_ms.cpu_ms);
             model.sort(1, order);
-            for (int mode = 0; mode < 5; ++mode) {
-                model.gps_sync_order_changed(mode);
+            for (int mode = 0; mode < 6; ++mode) {
+                model.gps_interpolation_changed(mode == 5);
+                model.gps_altitude_changed(mode == 5);
+                model.gps_sync_order_changed(std::min(mode, 4));
                 const timing ms = best_ms(repeats_for(photos), [&] { model.rebuild_cache(); });
                 std::printf(
                     "photos %6d points %7d  rebuild %-13s %-10s %9.2f ms wall %9.2f ms cpu\n",

@@ -1,4 +1,5 @@
 #include "model/assignment.h"
+#include "model/gps_pos.h"
 
 #include <QtTest>
 
@@ -9,6 +10,8 @@ class tst_assignment : public QObject
 private slots:
     void rules_data();
     void rules();
+    void between_data();
+    void between();
 };
 
 namespace {
@@ -45,6 +48,7 @@ std::vector<assignment::entry> entries(const QString &spec)
 // "*" matches any indicator. Expectations are for an ascending table; each
 // scenario also runs descending, where the arrows swap and nothing else
 // changes. Counters: assigned, not assigned, total, typed position overwrites.
+// A track "~ ..." turns interpolation on: a photo between two points adds ">t<j>@<share>".
 void tst_assignment::rules_data()
 {
     QTest::addColumn<int>("mode");
@@ -120,6 +124,11 @@ void tst_assignment::rules_data()
         {"unknown mode", 7, 0, 0, "0+ 60", "-", "←- -", {0, 0, 0, 0}},
         {"closest, empty list", 2, 0, 0, "", "-", "", {0, 0, 0, 0}},
         {"gpx, empty list", 4, 0, 0, "", "10 20", "", {0, 0, 2, 0}},
+        {"between", 4, 0, 0, "25", "~ 0 100", "Gt0>t1@0.25", {1, 0, 3, 0}},
+        {"between, at a point", 4, 0, 0, "100", "~ 0 100 200", "Gt1", {1, 0, 4, 0}},
+        {"between, gap", 4, 0, 10, "600", "~ 0 1201", "Gt0", {1, 0, 3, 0}},
+        {"between, photo nearer", 4, 0, 0, "40+ 50", "~ 0 100", "←- ↑p0", {1, 0, 4, 0}},
+        {"between, point without time", 4, 0, 0, "50", "~ x 100", "Gt0", {1, 0, 3, 0}},
     };
     for (const scenario &s : scenarios) {
         const QString expected = QString::fromUtf8(s.expected);
@@ -143,10 +152,12 @@ void tst_assignment::rules()
     QFETCH(QList<int>, counters);
 
     const std::vector<assignment::entry> photo_list = entries(photos);
-    const std::vector<assignment::entry> track_list = entries(track == "-" ? QString() : track);
+    const std::vector<assignment::entry> track_list =
+        entries(track == "-" ? QString() : QString(track).remove('~'));
     const int photo_count = int(photo_list.size());
     const assignment::result r = assignment::run(
-        photo_list, track_list, {sync_mode(mode), descending, minutes_closest, minutes_gpx});
+        photo_list, track_list,
+        {sync_mode(mode), descending, minutes_closest, minutes_gpx, track.startsWith('~')});
 
     QCOMPARE(QList<int>({r.assigned, r.not_assigned, r.total, int(r.overwrites_gps)}), counters);
     const QStringList expected_rows = expected.split(' ', Qt::SkipEmptyParts);
@@ -161,8 +172,34 @@ void tst_assignment::rules()
                                       ? "*"
                                       : assignment::indicator_text(got.indicator);
         actual << indicator + source;
+        if (got.towards >= 0)
+            actual.last() += QString(">t%1@%2").arg(got.towards - photo_count).arg(got.share);
     }
     QCOMPARE(actual.join(' '), expected_rows.join(' '));
+}
+
+// "<from> <to> <share> = <the place between>", places as "<lat> <lon> <ele or ->".
+void tst_assignment::between_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::newRow("east across 180") << "10 179.5 - 10 -179.5 - 0.25 = 10.000000, 179.750000, -";
+    QTest::newRow("west across 180")
+        << "-10 -179.5 0 -20 179.5 0 0.75 = -17.500000, 179.750000, 0.000000";
+    QTest::newRow("one elevation") << "1 2 5 3 4 - 0.5 = 2.000000, 3.000000, -";
+}
+
+void tst_assignment::between()
+{
+    QFETCH(QString, row);
+    const QStringList n = row.section(" = ", 0, 0).split(' ');
+    const auto place = [&](int i) {
+        return assignment::place{n[i].toDouble(), n[i + 1].toDouble(), n[i + 2] != "-",
+                                 n[i + 2].toDouble()};
+    };
+    const assignment::place at = assignment::between(place(0), place(3), n[6].toDouble());
+    const QString ele = at.has_ele ? format_decimal(at.ele) : "-";
+    QCOMPARE(format_decimal(at.lat) + ", " + format_decimal(at.lon) + ", " + ele,
+             row.section(" = ", 1));
 }
 
 QTEST_GUILESS_MAIN(tst_assignment)

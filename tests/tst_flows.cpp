@@ -5,6 +5,7 @@
 #include "model/table_data_model.h"
 
 #include <vn/button_dark.h>
+#include <vn/checkbox.h>
 #include <vn/exif_response.h>
 #include <vn/exiftool.h>
 #include <vn/lineedit.h>
@@ -49,6 +50,9 @@ private slots:
 
     void gpx_tracks_data();
     void gpx_tracks();
+
+    void between_points_data();
+    void between_points();
 
 private:
     struct asked
@@ -885,6 +889,52 @@ void tst_flows::gpx_tracks()
         for (int i = 1; i < points.size(); ++i)
             QVERIFY2(!(points.at(i).time < points.at(i - 1).time), qPrintable(QString::number(i)));
     }
+}
+
+// A photo of 06:15:55 UTC, 7 m below sea level; points at 06:15:50 and 06:16:00, or a
+// waypoint years away. The preview, what ExifTool wrote; the undo brings all back.
+void tst_flows::between_points_data()
+{
+    QTest::addColumn<QString>("track");
+    QTest::addColumn<bool>("options"); // interpolation and altitude
+    QTest::addColumn<QString>("expected");
+    const QString visnjan = "around-visnjan-with-car.gpx";
+    QTest::addRow("nearest")
+        << visnjan << false
+        << "G  45.2734133229, 13.7141885050|45 deg 16' 24.29\"|7 m|Below Sea Level";
+    QTest::addRow("between")
+        << visnjan << true << "G  45.273466, 13.714199|45 deg 16' 24.48\"|211.39 m|Above Sea Level";
+    QTest::addRow("below sea level")
+        << "unicode_with_bom.gpx" << true
+        << "G  43.309634, 3.515386|43 deg 18' 34.68\"|14.6 m|Below Sea Level";
+}
+
+void tst_flows::between_points()
+{
+    QFETCH(QString, track);
+    QFETCH(bool, options);
+    QFETCH(QString, expected);
+    const QString file = copy_photo("Canon_40D.jpg");
+    QVERIFY(vn::exiftool::write_tags(file, {{"DateTimeOriginal", "2020:12:18 06:15:55"},
+                                            {"OffsetTimeOriginal", "+00:00"},
+                                            {"GPSAltitude", "7"},
+                                            {"GPSAltitudeRef", "Below Sea Level"}}));
+    const exif_tag_map before = gps_state(file);
+    use_track(corpus_gpx + track);
+    window_->gpx_max_time_edit->setText(QString());
+    if (options) {
+        window_->interpolate_check->click();
+        window_->altitude_check->click();
+    }
+    window_->load_files({file});
+    const QString shown = window_->model->index(0, 2).data().toString();
+    window_->on_sync_clicked();
+    const exif_tag_map tags = gps_state(file);
+    QCOMPARE(shown + '|' + tags.value("GPS:GPSLatitude") + '|' + tags.value("GPS:GPSAltitude") +
+                 '|' + tags.value("GPS:GPSAltitudeRef"),
+             expected);
+    window_->on_undo_clicked();
+    QCOMPARE(state_difference(before, gps_state(file)), QString());
 }
 
 QTEST_MAIN(tst_flows)

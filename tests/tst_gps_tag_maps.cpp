@@ -86,6 +86,11 @@ void tst_gps_tag_maps::sync_tags_data()
     QTest::addRow("typed position, no XMP") << south_west << false << true << "cleared";
     QTest::addRow("typed position, XMP GPS")
         << south_west << true << true << "cleared;XMP:GPSAltitude=;" + xmp;
+    gps_pos below_sea = south_west;
+    below_sea.altitude = "-4.305e2";
+    QTest::addRow("below sea level") << below_sea << false << true
+                                     << "cleared;GPSAltitude=430.500000;"
+                                        "GPSAltitudeRef=Below Sea Level";
     // A row marked "?" hands an empty position: the write clears the tags.
     QTest::addRow("empty position") << gps_pos() << false << false << QString();
 }
@@ -100,7 +105,7 @@ void tst_gps_tag_maps::sync_tags()
     exif_tag_map expected = tag_map(expected_extra);
     if (expected.remove("cleared")) {
         for (const QString &name : gps_tag_maps::user_position_cleared_tags())
-            expected.insert(name, QString());
+            expected.insert(name, expected.value(name));
     }
     expected.insert("GPSLatitude#", pos.lat_numerical);
     expected.insert("GPSLatitudeRef", pos.lat_ref);
@@ -201,6 +206,9 @@ void tst_gps_tag_maps::writable_data()
     QTest::addRow("letter against sign") << position("-12.5", "N", "10", "E") << false;
     QTest::addRow("unknown letter") << position("12.5", "N", "10", "X") << false;
     QTest::addRow("word letter") << position("12.5", "North", "10", "E") << false;
+    gps_pos too_high = position("1", "N", "2", "E");
+    too_high.altitude = "100000.1";
+    QTest::addRow("altitude beyond 100 km") << too_high << false;
 }
 
 void tst_gps_tag_maps::writable()

@@ -50,6 +50,25 @@ struct neighbours
     qint64 secs_later = 0;
 };
 
+// With both neighbours track points strictly around the entry in time, the
+// share of the way from the earlier to the later one at which the entry
+// lies; otherwise -1. Instants in milliseconds, so that points less than a
+// second apart still place a photo between them.
+double share_between(const std::vector<slot> &list, const slot &here, const neighbours &n,
+                     int photo_count)
+{
+    if (n.earlier < 0 || n.later < 0)
+        return -1;
+    const slot &from = list[size_t(n.earlier)];
+    const slot &to = list[size_t(n.later)];
+    if (from.index < photo_count || to.index < photo_count)
+        return -1;
+    if (!from.has_time || !here.has_time || !to.has_time || !(from.ms < here.ms) ||
+        !(here.ms < to.ms))
+        return -1;
+    return double(here.ms - from.ms) / double(to.ms - from.ms);
+}
+
 // Of the two neighbours the nearer; at equal distance the later one.
 // Returns the list position, -1 for none.
 int nearest(const neighbours &n)
@@ -65,6 +84,27 @@ bool assignment::is_known(sync_mode mode)
 {
     const int value = int(mode);
     return value >= int(sync_mode::sync_previous) && value <= int(sync_mode::sync_gpx);
+}
+
+assignment::place assignment::between(const place &from, const place &to, double share)
+{
+    place at;
+    at.lat = from.lat + (to.lat - from.lat) * share;
+    // 179.5 to -179.5 is one degree east across ±180, not 359 west.
+    double way_east = to.lon - from.lon;
+    if (way_east > 180)
+        way_east -= 360;
+    else if (way_east < -180)
+        way_east += 360;
+    at.lon = from.lon + way_east * share;
+    if (at.lon > 180)
+        at.lon -= 360;
+    else if (at.lon <= -180)
+        at.lon += 360;
+    at.has_ele = from.has_ele && to.has_ele;
+    if (at.has_ele)
+        at.ele = from.ele + (to.ele - from.ele) * share;
+    return at;
 }
 
 const QString &assignment::indicator_text(mark indicator)
@@ -161,6 +201,7 @@ assignment::result assignment::run(const std::vector<entry> &photos,
     case sync_mode::sync_closest:
     case sync_mode::sync_gpx: {
         const int minutes = s.mode == sync_mode::sync_gpx ? s.minutes_gpx : s.minutes_closest;
+        const bool interpolating = s.mode == sync_mode::sync_gpx && s.interpolate;
         r.total = n;
         // The nearest source on each side, found in two sweeps.
         std::vector<int> earlier_source(size_t(n), -1);
@@ -190,6 +231,15 @@ assignment::result assignment::run(const std::vector<entry> &photos,
                 if (within_limit(secs, minutes)) {
                     around.later = next;
                     around.secs_later = secs;
+                }
+            }
+            if (interpolating) {
+                const double share = share_between(list, here, around, photo_count);
+                if (share > 0) {
+                    r.photos[size_t(here.index)] = {mark::track, list[size_t(around.earlier)].index,
+                                                    list[size_t(around.later)].index, share};
+                    ++r.assigned;
+                    continue;
                 }
             }
             const int chosen = nearest(around);

@@ -17,8 +17,10 @@ enum class sync_mode : int {
 
 // The rules that decide, for every photo of a rebuild, whose position it
 // receives. Plain functions of a list of entries and the settings: no files,
-// no metadata, no model, no positions. A result names the entry whose
-// position a photo takes; the caller owns the positions and copies them.
+// no metadata, no model. A result names the entry whose position a photo
+// takes, or the two track points between which it lies; the caller owns the
+// positions and copies them, or places the photo between the two with
+// between().
 //
 // Entries are compared by instant only. An entry without a time sorts before
 // every timed one and is 0 seconds from everything, as QDateTime orders an
@@ -43,6 +45,11 @@ public:
         bool descending = false;  // the table's order; decides whether "earlier" is up or down
         int minutes_closest = -1; // limit of the three photo modes; 0 or less: none
         int minutes_gpx = -1;     // limit of sync_gpx; 0 or less: none
+        // sync_gpx: a photo whose nearest sources on both sides are track
+        // points within the limit, strictly earlier and later than the photo,
+        // lies between them. A photo source on either side, a side beyond the
+        // limit or a point at the photo's own instant keeps the nearest rule.
+        bool interpolate = false;
     };
 
     // What a photo shows in front of its position. `up` and `down` name the
@@ -56,6 +63,20 @@ public:
         // photo list, or the number of photos plus a track point's index in
         // the track list. -1 for an own, typed, cleared or missing position.
         int source = -1;
+        // Interpolated: the later track point, in the terms of `source`, and
+        // how far the photo lies from `source` to it by time, strictly
+        // between 0 and 1. -1 when the photo takes `source` as it stands.
+        int towards = -1;
+        double share = 0;
+    };
+
+    // A track point as numbers: degrees, and metres where it has an elevation.
+    struct place
+    {
+        double lat = 0;
+        double lon = 0;
+        bool has_ele = false;
+        double ele = 0;
     };
 
     struct result
@@ -73,6 +94,12 @@ public:
     // nothing. Equal instants keep no promised order.
     static result run(const std::vector<entry> &photos, const std::vector<entry> &track,
                       const settings &s);
+
+    // The place `share` of the way from `from` to `to` on a straight line of
+    // latitude and longitude, which crosses ±180° where that way is shorter;
+    // the longitude stays within (-180, 180]. An elevation only if both
+    // points have one.
+    static place between(const place &from, const place &to, double share);
 
     static bool is_known(sync_mode mode);
 

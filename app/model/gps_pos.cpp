@@ -76,6 +76,30 @@ QString format_gps_coordinate(float value, bool is_latitude)
         .arg(whole_text(degrees), degree_sign, whole_text(minutes), whole_text(seconds), letter);
 }
 
+QString format_decimal(double value)
+{
+    // Millionths as an integer are exact up to 2^53; beyond that, and for
+    // NaN and infinities, the slow and general way.
+    constexpr double exact_limit = 9.0e15;
+    const double millionths = std::round(value * 1e6);
+    if (!(std::fabs(millionths) < exact_limit))
+        return QString::number(value, 'f', 6);
+    qint64 rest = qint64(std::fabs(millionths));
+    char text[24];
+    char *end = text + sizeof text;
+    char *c = end;
+    for (int digit = 0; digit < 6; ++digit, rest /= 10)
+        *--c = char('0' + rest % 10);
+    *--c = '.';
+    do {
+        *--c = char('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0);
+    if (millionths < 0)
+        *--c = '-';
+    return QString::fromLatin1(c, int(end - c));
+}
+
 QString format_utc_offset(float hours)
 {
     const double absolute = std::fabs(double(hours));

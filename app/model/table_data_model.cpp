@@ -10,6 +10,7 @@
 #include <QTime>
 
 #include <algorithm>
+#include <cmath>
 #include <iostream>
 #include <vector>
 
@@ -108,6 +109,22 @@ QString reference_letter(float value, bool is_latitude)
     if (value > 0)
         return is_latitude ? QStringLiteral("N") : QStringLiteral("E");
     return is_latitude ? QStringLiteral("S") : QStringLiteral("W");
+}
+
+// A photo between two track points takes the place between them, printed
+// with six decimals as every number the program works out itself.
+void place_between(cache_entry &entry, const assignment::place &from, const assignment::place &to,
+                   double share)
+{
+    const assignment::place at = assignment::between(from, to, share);
+    entry.position.lat = format_decimal(at.lat);
+    entry.position.lon = format_decimal(at.lon);
+    entry.position.lat_numerical = entry.position.lat;
+    entry.position.lon_numerical = entry.position.lon;
+    entry.position.lat_ref = reference_letter(float(at.lat), true);
+    entry.position.lon_ref = reference_letter(float(at.lon), false);
+    entry.position.altitude = at.has_ele ? format_decimal(at.ele) : QString();
+    entry.source_text = entry.position.lat + QStringLiteral(", ") + entry.position.lon;
 }
 
 // The numbers 0 .. count - 1 ordered by the date key that `key_of` gives
@@ -326,6 +343,8 @@ void table_data_model::set_gpx_track(const gpx_track &track)
     track_entries_.reserve(n);
     track_times_.clear();
     track_times_.reserve(size_t(n));
+    track_places_.clear();
+    track_places_.reserve(size_t(n));
     for (const int i : order) {
         const gpx_point &point = track_points_.at(i);
         cache_entry entry;
@@ -341,6 +360,16 @@ void table_data_model::set_gpx_track(const gpx_track &track)
         entry.date = point.time;
         entry.is_source = true;
         entry.from_gpx = true;
+        // The reader keeps only numbers; a track's elevation beyond any place
+        // a photo is taken is left out here, not written.
+        assignment::place place{point.lat.toDouble(), point.lon.toDouble(), false, 0};
+        if (!point.ele.isEmpty()) {
+            place.ele = point.ele.toDouble(&place.has_ele);
+            place.has_ele = place.has_ele && std::fabs(place.ele) <= max_altitude_m;
+        }
+        if (place.has_ele)
+            entry.position.altitude = point.ele;
+        track_places_.push_back(place);
         track_entries_.append(entry);
         const date_key key(point.time);
         track_times_.push_back({key.msecs, key.valid, true});
@@ -554,6 +583,7 @@ void table_data_model::rebuild_cache()
     settings.descending = sort_order_ == Qt::DescendingOrder;
     settings.minutes_closest = minutes_closest_;
     settings.minutes_gpx = minutes_gpx_;
+    settings.interpolate = interpolate_;
     if (!assignment::is_known(settings.mode))
         std::cerr << "Unknown sync_order " << sync_order_ << std::endl;
     static const std::vector<assignment::entry> no_track;
@@ -605,12 +635,18 @@ void table_data_model::store_results(const assignment::result &result)
             entry.source_file = source.file;
             break;
         }
-        case assignment::mark::track: {
-            const cache_entry &point = track_entries_.at(got.source - rows);
-            entry.position = point.position;
-            entry.source_text = point.source_text;
+        case assignment::mark::track:
+            if (got.towards >= 0) {
+                place_between(entry, track_places_[size_t(got.source - rows)],
+                              track_places_[size_t(got.towards - rows)], got.share);
+            } else {
+                const cache_entry &point = track_entries_.at(got.source - rows);
+                entry.position = point.position;
+                entry.source_text = point.source_text;
+            }
+            if (!write_altitude_)
+                entry.position.altitude.clear();
             break;
-        }
         case assignment::mark::user:
             entry.position = set_pos_;
             entry.source_text = user_text;
@@ -666,6 +702,20 @@ void table_data_model::gps_max_time_difference(int minutes_closest, int minutes_
 {
     minutes_closest_ = minutes_closest;
     minutes_gpx_ = minutes_gpx;
+    rebuild_cache();
+    emit layoutChanged();
+}
+
+void table_data_model::gps_interpolation_changed(bool interpolate)
+{
+    interpolate_ = interpolate;
+    rebuild_cache();
+    emit layoutChanged();
+}
+
+void table_data_model::gps_altitude_changed(bool write_altitude)
+{
+    write_altitude_ = write_altitude;
     rebuild_cache();
     emit layoutChanged();
 }

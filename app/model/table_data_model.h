@@ -120,6 +120,11 @@ public slots:
     void gps_set_pos_changed(gps_pos set_pos);
     void gps_max_time_difference(int minutes_closest, int minutes_gpx);
     void gps_datetime_format_changed(QString format);
+    // In the track mode, places a photo between the two track points around
+    // it by time instead of on the nearest one; see assignment::settings.
+    void gps_interpolation_changed(bool interpolate);
+    // A position from the track also carries the track's elevation there.
+    void gps_altitude_changed(bool write_altitude);
 
 private:
     // What a rebuild needs of one loaded photo, made from its metadata and its
@@ -177,6 +182,9 @@ private:
     // once per track: a rebuild reads them but never changes a source.
     QVector<cache_entry> track_entries_;
     std::vector<assignment::entry> track_times_;
+    std::vector<assignment::place> track_places_;
+    bool interpolate_ = false;
+    bool write_altitude_ = false;
 
     // Loaded photos by id, ids in load order. files_ row r is fact row_ids_[r].
     mutable std::vector<photo_fact> facts_;

@@ -219,6 +219,24 @@ Die meisten Programme bevorzugen den EXIF-Tag gegenüber dem QuickTime-Tag.</tra
         <source>Set the time zone and clock correction of each camera</source>
         <translation>Zeitzone und Uhrkorrektur jeder Kamera einstellen</translation>
     </message>
+    <message>
+        <source>Interpolate</source>
+        <translation>Interpolieren</translation>
+    </message>
+    <message>
+        <source>Place a photo between the two track points before and after it, by time,
+instead of on the nearest point. Both points must lie within the time difference.</source>
+        <translation>Ein Foto zeitlich zwischen die beiden Trackpunkte davor und danach setzen,
+statt auf den nächsten Punkt. Beide Punkte müssen innerhalb der Zeitdifferenz liegen.</translation>
+    </message>
+    <message>
+        <source>Altitude</source>
+        <translation>Höhe</translation>
+    </message>
+    <message>
+        <source>Also write the altitude of the track where it has one, below sea level included</source>
+        <translation>Auch die Höhe aus dem Track schreiben, wo er eine hat, auch unter dem Meeresspiegel</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>
