@@ -68,6 +68,9 @@ private slots:
     void parse_tags();
     void error_text_data();
     void error_text();
+    void write_reason_data();
+    void write_reason();
+    void hung_process_is_stopped_and_replaced();
 
 private:
     QString make_file(const QString &name);
@@ -635,6 +638,62 @@ void tst_exiftool_worker::error_text()
     QFETCH(QByteArray, text);
     QFETCH(QByteArray, logged);
     QCOMPARE(vn::exiftool_worker::error_text(text), logged);
+}
+
+void tst_exiftool_worker::write_reason_data()
+{
+    QTest::addColumn<QString>("error"); // standard error; %1 is the file
+    QTest::addColumn<bool>("failed");
+    QTest::addColumn<QString>("reason"); // %1 is the file
+    const QString summary = QStringLiteral("1 files weren't updated due to errors");
+    QTest::addRow("ExifTool's error for the file")
+        << "Error: Not a valid JPEG - %1" << true << "Not a valid JPEG";
+    QTest::addRow("warnings and other files don't count")
+        << "Warning: Bad thing - %1\nError: Not a valid JPEG - /else.jpg" << true
+        << "%1 -overwrite_original_in_place -m -Comment=" + summary;
+    QTest::addRow("written, error text unused") << "Error: odd - %1" << false << "untouched";
+}
+
+// The reason comes from the command's own standard error, which the worker
+// waits for behind the "-echo4" marker.
+void tst_exiftool_worker::write_reason()
+{
+    QFETCH(QString, error);
+    QFETCH(bool, failed);
+    QFETCH(QString, reason);
+    const QString file = make_file(QStringLiteral("r.jpg"));
+    qputenv("FAKE_EXIFTOOL_ERROR", error.replace("%1", file).toUtf8());
+    exif_tag_map tags;
+    tags.insert(QStringLiteral("Comment"),
+                failed ? QStringLiteral("1 files weren't updated due to errors") : QString());
+    if (failed)
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Failed to execute command"));
+    QString why = QStringLiteral("untouched");
+    QCOMPARE(vn::exiftool::write_tags(file, tags, &why), !failed);
+    qunsetenv("FAKE_EXIFTOOL_ERROR");
+    // The fake's reply is the command's lines, so the plain summary reads
+    // as those lines joined.
+    QCOMPARE(why, reason.replace("%1", file));
+    QVERIFY(read_log().contains("-echo4\n{errors"));
+}
+
+void tst_exiftool_worker::hung_process_is_stopped_and_replaced()
+{
+    use_mode("hang_once");
+    vn::exiftool::set_wait_limit_ms(300);
+    const QString first = make_file(QStringLiteral("first.jpg"));
+    const QString second = make_file(QStringLiteral("second.jpg"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ExifTool ended; 1 open command"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("didn't answer in time; stopped by "
+                                                          "interrupt\\.$"));
+    QString why;
+    const bool hung_write = vn::exiftool::write_tags(first, exif_tag_map(), &why);
+    vn::exiftool::set_wait_limit_ms(vn::exiftool::time_limit_ms);
+    QVERIFY(!hung_write);
+    QCOMPARE(why, QStringLiteral("ExifTool didn't answer within 0.3 s and was stopped"));
+    // A new process takes the next command at once.
+    QVERIFY(vn::exiftool::write_tags(second, exif_tag_map(), &why));
+    QCOMPARE(read_log().count("-overwrite_original_in_place"), 2);
 }
 
 QTEST_GUILESS_MAIN(tst_exiftool_worker)
