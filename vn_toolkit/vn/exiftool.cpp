@@ -70,8 +70,8 @@ bool is_safe_file(const char *caller, const QString &file, QString *reason = nul
 bool is_writable_file(const char *caller, const QString &file, QString *reason)
 {
     const QFileInfo info(file);
-    const QFile::Permissions any_write =
-        QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther;
+    // The mode's bits; WriteUser is what access() says, true for root.
+    const QFile::Permissions any_write = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
     if (info.isWritable() && (info.permissions() & any_write))
         return true;
     qWarning("%s: Refusing read-only file: '%s'.", caller, qUtf8Printable(file));
@@ -290,6 +290,12 @@ std::optional<QByteArray> exiftool::finish(exif_response *response, QByteArray *
     refuse(reason, tr("ExifTool didn't answer within %1 s and was stopped")
                        .arg(QLocale().toString(wait_limit / 1000.0, 'g', 3)));
     return std::nullopt;
+}
+
+bool exiftool::check_file(const QString &file, bool to_write, QString *reason)
+{
+    return is_safe_file(Q_FUNC_INFO, file, reason) &&
+           (!to_write || is_writable_file(Q_FUNC_INFO, file, reason));
 }
 
 QString exiftool::error_for_file(const QByteArray &errors, const QString &file)

@@ -59,6 +59,11 @@ public:
     // without such tags. Blocks like read_tags.
     static std::optional<exif_tag_map>
     read_numeric_tags(const QString &file, const QStringList &tags, QString *reason = nullptr);
+    // The guards every command runs on its file, alone: one argument line,
+    // an absolute path, an existing file and, for `to_write`, one that may
+    // be written. False with the reason (as write_tags gives it) and the
+    // guard's warning in the log.
+    static bool check_file(const QString &file, bool to_write, QString *reason);
     // ExifTool's error about `file` in its standard error: "Error: Not a
     // valid JPEG - /a/b.jpg" gives "Not a valid JPEG". Lines about other
     // files, and warnings, don't count. Empty when there is none.
