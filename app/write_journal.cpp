@@ -263,9 +263,12 @@ write_journal::~write_journal()
 bool write_journal::start(const record &journal, QString *error)
 {
     QSaveFile file(path_);
-    if (!QDir().mkpath(QFileInfo(path_).absolutePath()) || !file.open(QIODevice::WriteOnly) ||
-        file.write(format(journal)) < 0 || !file.commit()) {
-        *error = file.errorString();
+    const QString folder = QFileInfo(path_).absolutePath();
+    const bool made = QDir().mkpath(folder);
+    if (!made || !file.open(QIODevice::WriteOnly) || file.write(format(journal)) < 0 ||
+        !file.commit()) {
+        *error = made ? file.errorString()
+                      : tr("can't make the folder %1").arg(QDir::toNativeSeparators(folder));
         qWarning("%s: Can't save the undo record '%s': %s", Q_FUNC_INFO, qUtf8Printable(path_),
                  qUtf8Printable(*error));
         return false;
