@@ -65,12 +65,10 @@ dialog_write_result::dialog_write_result(const gps_writer::result &result, bool 
 QString dialog_write_result::summary(const gps_writer::result &result, bool undo)
 {
     QStringList lines;
-    lines << (undo ? tr("%n file(s) written back.", nullptr, result.written)
-                   : tr("%n file(s) written.", nullptr, result.written));
+    lines << (undo ? tr("Written back: %1") : tr("Written: %1")).arg(result.written);
     if (result.left_alone > 0)
-        lines << tr("%n photo(s) with a position of their own left alone.", nullptr,
-                    result.left_alone);
-    lines << tr("%n file(s) failed:", nullptr, int(result.failures.size()));
+        lines << tr("Left alone, with a position of their own: %1").arg(result.left_alone);
+    lines << tr("Failed: %1").arg(result.failures.size());
     return lines.join(QLatin1Char('\n'));
 }
 

@@ -21,7 +21,7 @@ public:
     // `undo` words the summary for files written back.
     dialog_write_result(const gps_writer::result &result, bool undo, QWidget *parent);
 
-    // "3 files written.\n1 photo with a position of its own left alone.\n2 files failed:"
+    // "Written: 3\nLeft alone, with a position of their own: 1\nFailed: 2"
     static QString summary(const gps_writer::result &result, bool undo);
     // One line a file: "/photos/a.jpg: read-only".
     static QString list_text(const gps_writer::result &result);

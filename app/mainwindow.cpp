@@ -901,13 +901,13 @@ void MainWindow::update_undo_button()
     QString tooltip = tr("Undo the last edit of an images GPS coordinates");
     if (files > 0) {
         const QString when = QLocale().toString(record.started.toLocalTime(), QLocale::ShortFormat);
-        tooltip += QLatin1Char('\n') +
-                   (record.kind == QLatin1String("remove")
-                        ? tr("Puts back the GPS data removed from %n file(s) on %1", nullptr, files)
-                        : tr("Puts back the GPS data of %n file(s) as it was before the sync "
-                             "on %1",
-                             nullptr, files))
-                       .arg(when);
+        tooltip +=
+            QLatin1Char('\n') + (record.kind == QLatin1String("remove")
+                                     ? tr("Puts back the GPS data removed on %1 (photos: %2)")
+                                     : tr("Puts back the GPS data as it was before the sync "
+                                          "of %1 (photos: %2)"))
+                                    .arg(when)
+                                    .arg(files);
     }
     undo_button->setToolTip(tooltip);
 }
@@ -1035,13 +1035,13 @@ void MainWindow::check_write_journal()
         const int files = int(record.entries.size());
         const bool undo =
             ask_question(this, tr("Interrupted write"),
-                         tr("Loxmere was closed on %1 while it wrote GPS data into %n file(s).",
-                            nullptr, files)
-                                 .arg(when) +
-                             QLatin1Char(' ') +
-                             tr("%n of them may have been changed; the others were never "
-                                "touched.\n\nUndo these changes now, or keep them?",
-                                nullptr, reached),
+                         tr("Loxmere was closed on %1 in the middle of writing GPS data.\n\n"
+                            "Photos it was to write: %2\nPhotos it may have changed: %3\n"
+                            "The others were never touched.\n\n"
+                            "Undo these changes now, or keep them?")
+                             .arg(when)
+                             .arg(files)
+                             .arg(reached),
                          tr("Undo the changes"), tr("Keep them"),
                          QMessageBox::Yes) == QMessageBox::Yes;
         journal.mark_finished(); // answered: the undo button holds it from now on

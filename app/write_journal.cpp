@@ -215,9 +215,9 @@ bool write_journal::parse(const QByteArray &text, record *journal, QString *prob
     for (const entry &e : qAsConst(journal->entries))
         unreadable += e.readable ? 0 : 1;
     if (unreadable > 0)
-        journal->problems << tr("%n of the %1 files can't be undone: their entries are "
-                                "missing or damaged",
-                                nullptr, unreadable)
+        journal->problems << tr("files whose entries are missing or damaged, not to be "
+                                "undone: %1 of %2")
+                                 .arg(unreadable)
                                  .arg(count);
     return true;
 }
