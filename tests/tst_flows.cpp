@@ -14,14 +14,21 @@
 
 #include <QtTest>
 
+#include <QApplication>
 #include <QCryptographicHash>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QDirIterator>
 #include <QImage>
+#include <QProcess>
 #include <QProgressBar>
 #include <QProgressDialog>
 #include <QSettings>
 #include <QTemporaryDir>
+
+#include <qpa/qwindowsysteminterface.h>
+
+#include <cstdio>
 
 #include <signal.h>
 #include <unistd.h>
@@ -48,9 +55,22 @@ private slots:
 
     void files_changed_after_loading();
     void exiftool_killed_during_sync();
+    void interrupted_sync_is_undone_at_start();
+    void input_during_sync_is_dropped();
+    void journal_at_start_data();
+    void journal_at_start();
+    void data_folder_not_writable_data();
+    void data_folder_not_writable();
+    void leftover_data();
+    void leftover();
 
     void gpx_tracks_data();
     void gpx_tracks();
+
+public:
+    // In a child process: syncs every file of `folder` through a window,
+    // printing "step N" as the progress moves, until it is killed.
+    static int sync_in_child(const QString &folder);
 
 private:
     struct asked
@@ -191,6 +211,16 @@ QList<qint64> exiftool_pids()
     return pids;
 }
 
+bool is_running(qint64 pid)
+{
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (!stat.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray fields = stat.readAll();
+    const char state = fields.mid(fields.lastIndexOf(')') + 2, 1).at(0);
+    return state != 'Z' && state != 'X';
+}
+
 QByteArray one_point_gpx(const QByteArray &lat, const QByteArray &lon)
 {
     return "<?xml version=\"1.0\"?>\n<gpx><trk><name>One</name><trkseg>"
@@ -223,6 +253,7 @@ void tst_flows::init()
     item_lists_.clear();
     results_.clear();
     QFile::remove(write_journal::default_path());
+    QFile::remove(write_journal::default_path() + ".unusable");
     window_ = new MainWindow;
     window_->show_warning = [this](QWidget *, const QString &title, const QString &text) {
         warnings_ << title + ": " + text;
@@ -903,5 +934,337 @@ void tst_flows::gpx_tracks()
     }
 }
 
-QTEST_MAIN(tst_flows)
+int tst_flows::sync_in_child(const QString &folder)
+{
+    QStringList files;
+    for (const QString &name : QDir(folder).entryList(QDir::Files, QDir::Name))
+        files << folder + '/' + name;
+    MainWindow window;
+    window.ask_question = [](QWidget *, const QString &, const QString &, const QString &,
+                             const QString &,
+                             QMessageBox::StandardButton) { return QMessageBox::Yes; };
+    window.position_radio->click();
+    window.latitude_edit->setText("-33.75");
+    window.longitude_edit->setText("151.5");
+    window.load_files(files);
+    for (const qint64 pid : exiftool_pids())
+        std::printf("exiftool %lld\n", pid);
+    QProgressBar *bar = window.sync_progress->findChild<QProgressBar *>();
+    connect(bar, &QProgressBar::valueChanged, bar, [](int value) {
+        std::printf("step %d\n", value);
+        std::fflush(stdout);
+    });
+    window.on_sync_clicked();
+    return 1; // the parent kills it before
+}
+
+// Loxmere killed part way through a sync of 50 files: a new window finds
+// the journal, offers to undo, and the undo brings every written file back;
+// the files not reached were never touched, and nothing is damaged.
+void tst_flows::interrupted_sync_is_undone_at_start()
+{
+    const QStringList names = {"Apple iPhone 4.jpg", "Canon_40D.jpg",
+                               "DSCN0010.jpg",       "HTC Desire.jpg",
+                               "Kodak_CX7530.jpg",   "Olympus_C8080WZ.jpg",
+                               "Pentax_K10D.jpg",    "UPPER.JPG",
+                               "Nikon D1X.jpg",      "FujiFilm FinePixS1Pro (1).jpg"};
+    QMap<QString, exif_tag_map> states;
+    QMap<QString, QByteArray> hashes;
+    QMap<QString, QSet<QString>> validation;
+    for (int i = 0; i < 50; ++i) {
+        const QString file = copy_photo(names.at(i % names.size()),
+                                        QString::asprintf("%02d_", i) + names.at(i % names.size()));
+        states[file] = gps_state(file);
+        hashes[file] = file_hash(file);
+        validation[file] = validate_warnings(file);
+    }
+    vn::exiftool::shutdown();
+
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), {"--sync-in-child", root_});
+    QVERIFY(child.waitForStarted(10000));
+    QList<qint64> child_exiftool;
+    int step = 0;
+    QDeadlineTimer deadline(120000);
+    while (step < 70 && !deadline.hasExpired() && child.state() == QProcess::Running) {
+        child.waitForReadyRead(int(qMax<qint64>(1, deadline.remainingTime())));
+        while (child.canReadLine()) {
+            const QByteArray line = child.readLine().trimmed();
+            if (line.startsWith("exiftool "))
+                child_exiftool << line.mid(9).toLongLong();
+            else if (line.startsWith("step "))
+                step = line.mid(5).toInt();
+        }
+    }
+    // 50 reads, then 20 writes done and the 21st under way.
+    QCOMPARE(step, 70);
+    ::kill(pid_t(child.processId()), SIGKILL);
+    QVERIFY(child.waitForFinished(10000));
+    QCOMPARE(child_exiftool.size(), 1);
+    // The system interrupts the child's ExifTool, which finishes the file in hand.
+    QTRY_VERIFY_WITH_TIMEOUT(!is_running(child_exiftool.first()), 10000);
+
+    delete window_;
+    window_ = new MainWindow;
+    window_->show_write_result = [this](QWidget *, const gps_writer::result &result, bool) {
+        results_ << result;
+    };
+    answer_all(QMessageBox::Yes);
+    QTRY_COMPARE(asked_.size(), 1);
+    QCOMPARE(asked_.first().title, QStringLiteral("Interrupted write"));
+    // The file in hand when the child died may be marked or not.
+    QVERIFY2(QRegularExpression("write: 50\nPhotos it may have changed: 2[01]\n")
+                 .match(asked_.first().text)
+                 .hasMatch(),
+             qPrintable(asked_.first().text));
+    QCOMPARE(asked_.first().yes_text, QStringLiteral("Undo the changes"));
+    QTRY_VERIFY(window_->journal.is_empty());
+    QVERIFY(results_.isEmpty());
+    QVERIFY(!QFileInfo::exists(write_journal::default_path()));
+
+    int untouched = 0;
+    for (auto it = states.cbegin(); it != states.cend(); ++it) {
+        const QString &file = it.key();
+        QCOMPARE(state_difference(it.value(), gps_state(file)), QString());
+        untouched += file_hash(file) == hashes[file] ? 1 : 0;
+        // No new warning; ExifTool's rewrite may drop old ones (Nikon D1X's
+        // "Bad format (0) for GPS entry 1").
+        const QSet<QString> added = validate_warnings(file) - validation[file];
+        QVERIFY2(added.isEmpty(), qPrintable(file + ": " + QStringList(added.values()).join(", ")));
+        QCOMPARE(QImage(file), QImage(corpus_photos + QFileInfo(file).fileName().mid(3)));
+    }
+    QVERIFY2(untouched >= 29, qPrintable(QString::number(untouched)));
+    QCOMPARE(QDir(root_).entryList({"*_exiftool_tmp"}, QDir::Files | QDir::Hidden), QStringList());
+}
+
+// Clicks while a sync runs wait in the window system's queue; neither a
+// click on undo (which would undo the sync) nor one on a mode radio may be
+// carried out when the sync ends.
+void tst_flows::input_during_sync_is_dropped()
+{
+    const QString file = copy_photo("Canon_40D.jpg");
+    window_->position_radio->click();
+    window_->latitude_edit->setText("-33.75");
+    window_->longitude_edit->setText("151.5");
+    window_->load_files({file});
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window_));
+    QWindow *window = window_->windowHandle();
+    const auto click = [window, this](QWidget *target) {
+        const QPointF at = target->mapTo(window_, target->rect().center());
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+            QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::AsynchronousDelivery>(
+                window, at, window->mapToGlobal(at.toPoint()),
+                type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton,
+                type);
+    };
+    QProgressBar *bar = window_->sync_progress->findChild<QProgressBar *>();
+    int clicked = 0;
+    connect(bar, &QProgressBar::valueChanged, this, [&](int value) {
+        if (value == 2 && clicked++ == 0) {
+            click(window_->undo_button);
+            click(window_->previous_radio);
+        }
+    });
+    window_->on_sync_clicked();
+    QCOMPARE(clicked, 1);
+    QVERIFY(window_->undo_button->isEnabled());
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    QVERIFY(window_->position_radio->isChecked());
+    QCOMPARE(window_->journal.current().entries.size(), 1);
+    QCOMPARE(vn::exiftool::read_tags(file, false).value("GPSLatitude"),
+             QStringLiteral("33 deg 45' 0.00\" S"));
+}
+
+void tst_flows::journal_at_start_data()
+{
+    QTest::addColumn<QString>("damage"); // what is done to a journal of one synced file
+    QTest::addColumn<QString>("warning");
+    QTest::addColumn<QStringList>("failures"); // of the undo, by file name or reason start
+    QTest::addRow("newer format") << "newer"
+                                  << "can't use it: it was written by a newer version of "
+                                     "Loxmere (format 2)"
+                                  << QStringList();
+    QTest::addRow("garbled header") << "header"
+                                    << "can't use it: its header is damaged" << QStringList();
+    // Hand-made entries (with their checksums) meet the guards of every
+    // ExifTool argument; a damaged one is never written from.
+    QTest::addRow("bad entries")
+        << "entries"
+        << "line 5 can't be read"
+        << QStringList({"(entry 3 of the undo record): its entry can't be read; nothing was "
+                        "written",
+                        "gone.jpg: file not found", "relative.jpg: the path isn't absolute",
+                        "line\nbreak.jpg: the name holds a line break",
+                        "odd.jpg: 'o' isn't a tag name"});
+}
+
+// Loxmere starts normally with any journal, says what it can't use, and
+// writes back only what it read whole.
+void tst_flows::journal_at_start()
+{
+    QFETCH(QString, damage);
+    QFETCH(QString, warning);
+    QFETCH(QStringList, failures);
+
+    const QString file = copy_photo("DSCN0010.jpg");
+    const QString odd = copy_photo("Canon_40D.jpg", "odd.jpg");
+    const exif_tag_map before = gps_state(file);
+    window_->position_radio->click();
+    window_->latitude_edit->setText("-33.75");
+    window_->longitude_edit->setText("151.5");
+    window_->load_files({file});
+    window_->on_sync_clicked();
+    delete window_;
+    window_ = nullptr;
+
+    QFile journal(write_journal::default_path());
+    QVERIFY(journal.open(QIODevice::ReadOnly));
+    QByteArray text = journal.readAll();
+    journal.close();
+    const QByteArray flow = text.split('\n').at(1);
+    if (damage == QLatin1String("newer"))
+        text.replace("journal 1", "journal 2");
+    else if (damage == QLatin1String("header"))
+        text.replace(flow, QByteArray(flow).replace("sync", "synd"));
+    if (damage == QLatin1String("entries")) {
+        QList<QByteArray> lines = text.split('\n');
+        const QByteArray rest = lines.mid(3).join('\n');
+        text = lines.at(0) + '\n' +
+               write_journal::line({"flow", "sync", "2026-11-23T12:30:00Z", "6"}) + lines.at(2) +
+               '\n' + write_journal::line({"file", "1", "/nowhere/gone.jpg", "1", "1"}) +
+               "file 2 x\n" + write_journal::line({"file", "3", "relative.jpg", "1", "1"}) +
+               write_journal::line({"file", "4", root_ + "/line\nbreak.jpg", "1", "1"}) +
+               write_journal::line({"file", "5", odd, "1", "1", "o", "x"}) + rest;
+        for (const char *n : {"1", "2", "3", "4", "5"})
+            text += write_journal::line({"done", n, "1", "1"});
+        QFile stamped(odd); // its stamp must fit the journal's
+        QVERIFY(stamped.open(QIODevice::ReadWrite) && stamped.resize(1));
+        QVERIFY(stamped.setFileTime(QDateTime::fromMSecsSinceEpoch(1),
+                                    QFileDevice::FileModificationTime));
+    }
+    QVERIFY(journal.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    journal.write(text);
+    journal.close();
+
+    window_ = new MainWindow;
+    window_->show_warning = [this](QWidget *, const QString &title, const QString &text) {
+        warnings_ << title + ": " + text;
+    };
+    window_->show_write_result = [this](QWidget *, const gps_writer::result &result, bool) {
+        results_ << result;
+    };
+    if (damage != QLatin1String("entries"))
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Unusable undo record"));
+    QTRY_COMPARE(warnings_.size(), 1);
+    QVERIFY2(warnings_.first().contains(warning), qPrintable(warnings_.first()));
+    QCOMPARE(window_->undo_button->isEnabled(), !failures.isEmpty());
+    QCOMPARE(QFileInfo::exists(write_journal::default_path() + ".unusable"), failures.isEmpty());
+    if (failures.isEmpty())
+        return;
+    QVERIFY(window_->undo_button->toolTip().contains("(photos: 5)"));
+
+    for (const char *refused :
+         {"isn't an existing file", "isn't absolute", "line break", "takes for an option: 'o'"})
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(refused));
+    window_->on_undo_clicked();
+    QCOMPARE(state_difference(before, gps_state(file)), QString());
+    QCOMPARE(results_.size(), 1);
+    QCOMPARE(results_.first().written, 1);
+    QStringList reported;
+    for (const gps_writer::failure &f : results_.first().failures)
+        reported << QFileInfo(f.path).fileName() + ": " + f.reason;
+    reported.sort();
+    failures.sort();
+    QCOMPARE(reported, failures);
+}
+
+void tst_flows::data_folder_not_writable_data()
+{
+    QTest::addColumn<bool>("go_on");
+    QTest::addRow("abort") << false;
+    QTest::addRow("write without the record") << true;
+}
+
+// Without a place for the undo record the flow asks; the undo of this run
+// still works from memory.
+void tst_flows::data_folder_not_writable()
+{
+    QFETCH(bool, go_on);
+    const QString file = copy_photo("DSCN0010.jpg");
+    const QByteArray hash = file_hash(file);
+    const exif_tag_map before = gps_state(file);
+    // A file where the folder should be stops even root.
+    const QString blocker = QFileInfo(write_journal::default_path()).absolutePath();
+    QVERIFY(QDir().mkpath(QFileInfo(blocker).absolutePath()));
+    QDir(blocker).removeRecursively();
+    QVERIFY(QFile(blocker).open(QIODevice::WriteOnly));
+    window_->position_radio->click();
+    window_->latitude_edit->setText("-33.75");
+    window_->longitude_edit->setText("151.5");
+    window_->load_files({file});
+    answer_all(QMessageBox::Yes, go_on ? -1 : 1);
+
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Can't save the undo record"));
+    window_->on_sync_clicked();
+    QFile::remove(blocker);
+    QCOMPARE(asked_.size(), 2); // the overwrite question, then this one
+    QVERIFY(asked_.last().text.startsWith("Loxmere can't save its undo record in"));
+    QCOMPARE(asked_.last().default_button, QMessageBox::No);
+    QVERIFY(!window_->journal.is_saved());
+    QCOMPARE(window_->model->rowCount(), go_on ? 0 : 1);
+    QCOMPARE(file_hash(file) == hash, !go_on);
+    QCOMPARE(window_->undo_button->isEnabled(), go_on);
+    window_->on_undo_clicked();
+    QCOMPARE(state_difference(before, gps_state(file)), QString());
+}
+
+void tst_flows::leftover_data()
+{
+    QTest::addColumn<QString>("photo"); // as it is when the leftover is found
+    QTest::addColumn<bool>("removed");
+    QTest::addRow("photo as before") << "before" << true;
+    QTest::addRow("photo as the leftover") << "leftover" << true;
+    QTest::addRow("photo changed otherwise") << "changed" << false;
+    QTest::addRow("photo cut short") << "cut" << false;
+}
+
+// ExifTool's temporary file, left by a write this program was making.
+void tst_flows::leftover()
+{
+    QFETCH(QString, photo);
+    QFETCH(bool, removed);
+    const QString file = copy_photo("DSCN0010.jpg");
+    const write_journal::stamp before = write_journal::stamp::of(file);
+    const QString leftover = gps_writer::leftover_path(file);
+    if (photo == QLatin1String("leftover")) {
+        QVERIFY(QFile::remove(file) && QFile::copy(corpus_photos + "Kodak_CX7530.jpg", file));
+    } else if (photo == QLatin1String("changed")) {
+        QVERIFY(vn::exiftool::write_tags(file, {{"Comment", "changed"}}));
+    } else if (photo == QLatin1String("cut")) {
+        QVERIFY(QFile(file).resize(1000));
+    }
+    QVERIFY(QFile::copy(corpus_photos + "Kodak_CX7530.jpg", leftover));
+    if (!removed)
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Keeping '"));
+    const QString note = gps_writer::resolve_leftover(file, before);
+    QCOMPARE(QFileInfo::exists(leftover), !removed);
+    QCOMPARE(note.isEmpty(), removed);
+    QVERIFY(QFileInfo::exists(file));
+}
+
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    if (argc > 2 && qstrcmp(argv[1], "--sync-in-child") == 0) {
+        QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
+        QCoreApplication::setApplicationName(QStringLiteral("Loxmere"));
+        return tst_flows::sync_in_child(QString::fromLocal8Bit(argv[2]));
+    }
+    app.setAttribute(Qt::AA_Use96Dpi, true);
+    tst_flows test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_flows.moc"
