@@ -722,13 +722,14 @@ void tst_flows::files_changed_after_loading()
     const QString folder = copy_photo("Pentax_K10D.jpg", "folder.jpg");
     const QString truncated = copy_photo("HTC Desire.jpg", "truncated.jpg");
     const QString refused = copy_photo("Sony DSC-HX5V (2).jpg", "refused.jpg");
+    const QString blocked = copy_photo("Olympus_C8080WZ.jpg", "blocked.jpg");
     const QString good = copy_photo("Kodak_CX7530.jpg", "good.jpg");
     const QString changed = copy_photo("Apple iPhone 4.jpg", "changed.jpg");
     window_->position_radio->click();
     window_->latitude_edit->setText("33.5");
     window_->longitude_edit->setText("-7.25");
-    window_->load_files({gone, read_only, folder, truncated, refused, good, changed});
-    QCOMPARE(window_->model->rowCount(), 7);
+    window_->load_files({gone, read_only, folder, truncated, refused, blocked, good, changed});
+    QCOMPARE(window_->model->rowCount(), 8);
     const exif_tag_map good_state = gps_state(good);
 
     QVERIFY(QFile::remove(gone));
@@ -737,15 +738,17 @@ void tst_flows::files_changed_after_loading()
     QVERIFY(QDir().mkdir(folder));
     QVERIFY(QFile::copy(corpus_photos + "Canon_40D.jpg", folder + "/inside.jpg"));
     QVERIFY(QFile(truncated).resize(4000));
+    // Not this program's leftover: it stays, and so does the photo.
+    QVERIFY(QFile::copy(blocked, gps_writer::leftover_path(blocked)));
     QMap<QString, QByteArray> hashes;
-    for (const QString &file : {read_only, truncated, refused, folder + "/inside.jpg"})
+    for (const QString &file : {read_only, truncated, refused, blocked, folder + "/inside.jpg",
+                                gps_writer::leftover_path(blocked)})
         hashes[file] = file_hash(file);
 
     for (const char *warning :
-         {"isn't an existing file: '.*gone",
-          "isn't an existing file: "
-          "'.*folder",
-          "read-only file: '.*read_only", "command on '.*trunc", "command on '.*refused"})
+         {"isn't an existing file: '.*gone", "isn't an existing file: '.*folder",
+          "read-only file: '.*read_only", "command on '.*trunc", "command on '.*refused",
+          "'.*blocked.jpg': ExifTool's temporary file"})
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(warning));
     window_->on_sync_clicked();
 
@@ -758,11 +761,14 @@ void tst_flows::files_changed_after_loading()
     QMap<QString, QString> reasons;
     for (const gps_writer::failure &f : results_.first().failures)
         reasons[QFileInfo(f.path).fileName()] = f.reason;
-    const QMap<QString, QString> expected = {{"gone.jpg", "file not found"},
-                                             {"read_only.jpg", "read-only"},
-                                             {"folder.jpg", "a folder, not a file"},
-                                             {"truncated.jpg", "Corrupted JPEG image"},
-                                             {"refused.jpg", "Bad format (0) for IFD0 entry 0"}};
+    const QMap<QString, QString> expected = {
+        {"gone.jpg", "file not found"},
+        {"read_only.jpg", "read-only"},
+        {"folder.jpg", "a folder, not a file"},
+        {"truncated.jpg", "Corrupted JPEG image"},
+        {"refused.jpg", "Bad format (0) for IFD0 entry 0"},
+        {"blocked.jpg", "ExifTool's temporary file 'blocked.jpg_exiftool_tmp' is in the way, "
+                        "left by an earlier write that was cut off"}};
     QCOMPARE(reasons, expected);
 
     exif_tag_map comment{{"Comment", "edited elsewhere"}};
