@@ -135,6 +135,12 @@ const QStringList &gps_tag_maps::exact_read_tags()
     return tags;
 }
 
+const QStringList &gps_tag_maps::exact_read_names()
+{
+    static const QStringList names = gps_tags() + QStringList{QStringLiteral("GPSDateTime")};
+    return names;
+}
+
 exif_tag_map gps_tag_maps::exact_undo_tags(const exif_tag_map &read)
 {
     // ExifTool writes an empty text into these, but refuses an empty number

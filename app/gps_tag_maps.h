@@ -38,8 +38,10 @@ public:
     static exif_tag_map build_undo_tags(const exif_cache &cache, const QString &file);
 
     // What a write flow reads of each file just before it writes it, with
-    // vn::exiftool::read_numeric_tags: "GPS:all" and "XMP:GPS*".
+    // vn::exiftool::read_numeric_tags: "GPS:all" and "XMP:GPS*", of the tags
+    // named in exact_read_names(): the 32 GPS tags and XMP's GPSDateTime.
     static const QStringList &exact_read_tags();
+    static const QStringList &exact_read_names();
     // What brings a file back exactly, from that read: each tag of the GPS
     // group and of an XMP group under its own group, with "#" and the number
     // as read ("GPS:GPSLatitude#" = "43.4674483333333"); each of the 32 GPS

@@ -56,7 +56,8 @@ QString gps_writer::resolve_leftover(const QString &file, const write_journal::s
     // the leftover. Either way nothing is lost when the leftover goes.
     const bool whole = write_journal::stamp::of(file) == before || same_content(file, leftover);
     QString why;
-    if (whole && vn::exiftool::read_numeric_tags(file, gps_tag_maps::exact_read_tags(), &why)) {
+    if (whole && vn::exiftool::read_numeric_tags(file, gps_tag_maps::exact_read_tags(), &why,
+                                                 gps_tag_maps::exact_read_names())) {
         if (QFile::remove(leftover)) {
             qInfo("%s: Removed ExifTool's leftover '%s'; the photo is whole.", Q_FUNC_INFO,
                   qUtf8Printable(leftover));
@@ -143,8 +144,9 @@ gps_writer::result gps_writer::write_files(const QString &kind, const QList<targ
                 {t.path, tr("ExifTool's temporary file '%1' is in the way, left by an earlier "
                             "write that was cut off")
                              .arg(QFileInfo(leftover_path(t.path)).fileName())});
-        } else if (const std::optional<exif_tag_map> read = vn::exiftool::read_numeric_tags(
-                       t.path, gps_tag_maps::exact_read_tags(), &why)) {
+        } else if (const std::optional<exif_tag_map> read =
+                       vn::exiftool::read_numeric_tags(t.path, gps_tag_maps::exact_read_tags(),
+                                                       &why, gps_tag_maps::exact_read_names())) {
             write_journal::entry entry;
             entry.path = t.path;
             entry.tags = gps_tag_maps::exact_undo_tags(*read);

@@ -431,20 +431,27 @@ bool exiftool::write_tags(const QString &file, const exif_tag_map &tags, QString
 }
 
 // Blocks like read_tags. For GPS:all the command reads
-// "-G1\n-a\n-n\n-GPS:all\n/photos/a.jpg\n".
+// "-G1\n-a\n-n\n-fast2\n-GPS:all\n/photos/a.jpg\n"; with GPSLatitude to extract
+// only, "-api\nIgnoreTags=all\n-api\nRequestTags=GPSLatitude\n" stands before
+// the file. Measured on the corpus JPEGs, that takes a fifth off ExifTool's
+// time for the read, which is about that of a write.
 std::optional<exif_tag_map> exiftool::read_numeric_tags(const QString &file,
-                                                        const QStringList &tags, QString *reason)
+                                                        const QStringList &tags, QString *reason,
+                                                        const QStringList &extract_only)
 {
     if (!is_safe_file(Q_FUNC_INFO, file, reason))
         return std::nullopt;
-    for (const QString &tag : tags)
+    for (const QString &tag : tags + extract_only)
         if (!is_safe_tag_name(Q_FUNC_INFO, tag)) {
             refuse(reason, tr("'%1' isn't a tag name").arg(tag));
             return std::nullopt;
         }
     exiftool_worker_init();
 
-    QString command = QStringLiteral("-G1\n-a\n-n\n");
+    QString command = QStringLiteral("-G1\n-a\n-n\n-fast2\n");
+    if (!extract_only.isEmpty())
+        command += QStringLiteral("-api\nIgnoreTags=all\n-api\nRequestTags=%1\n")
+                       .arg(extract_only.join(QLatin1Char(',')));
     for (const QString &tag : tags)
         command += QLatin1Char('-') + tag + QLatin1Char('\n');
     command += file + QLatin1Char('\n');

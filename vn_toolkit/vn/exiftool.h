@@ -54,11 +54,16 @@ public:
     // "GPS:GPSMapDatum#^" with "" gives the line "-GPS:GPSMapDatum#^=".
     static bool write_tags(const QString &file, const exif_tag_map &tags, QString *reason);
     // Reads the named tags as numbers (-n) with their family-1 groups, all
-    // duplicates (-a): "GPS:GPSLatitude" = "43.4674483333333". Nothing when
-    // the file can't be read, with why in `reason`; an empty map is a file
-    // without such tags. Blocks like read_tags.
-    static std::optional<exif_tag_map>
-    read_numeric_tags(const QString &file, const QStringList &tags, QString *reason = nullptr);
+    // duplicates (-a), without the maker notes (-fast2): "GPS:GPSLatitude" =
+    // "43.4674483333333". With `extract_only` (plain tag names) ExifTool
+    // takes nothing else from the file, which spares it a good part of the
+    // read; `tags` then only picks among those. Nothing when the file can't
+    // be read, with why in `reason`; an empty map is a file without such
+    // tags. Blocks like read_tags.
+    static std::optional<exif_tag_map> read_numeric_tags(const QString &file,
+                                                         const QStringList &tags,
+                                                         QString *reason = nullptr,
+                                                         const QStringList &extract_only = {});
     // The guards every command runs on its file, alone: one argument line,
     // an absolute path, an existing file and, for `to_write`, one that may
     // be written. False with the reason (as write_tags gives it) and the
