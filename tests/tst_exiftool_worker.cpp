@@ -68,8 +68,6 @@ private slots:
     void parse_tags();
     void error_text_data();
     void error_text();
-    void write_reason_data();
-    void write_reason();
     void hung_process_is_stopped_and_replaced();
 
 private:
@@ -638,43 +636,6 @@ void tst_exiftool_worker::error_text()
     QFETCH(QByteArray, text);
     QFETCH(QByteArray, logged);
     QCOMPARE(vn::exiftool_worker::error_text(text), logged);
-}
-
-void tst_exiftool_worker::write_reason_data()
-{
-    QTest::addColumn<QString>("error"); // standard error; %1 is the file
-    QTest::addColumn<bool>("failed");
-    QTest::addColumn<QString>("reason"); // %1 is the file
-    const QString summary = QStringLiteral("1 files weren't updated due to errors");
-    QTest::addRow("ExifTool's error for the file")
-        << "Error: Not a valid JPEG - %1" << true << "Not a valid JPEG";
-    QTest::addRow("warnings and other files don't count")
-        << "Warning: Bad thing - %1\nError: Not a valid JPEG - /else.jpg" << true
-        << "%1 -overwrite_original_in_place -m -Comment=" + summary;
-    QTest::addRow("written, error text unused") << "Error: odd - %1" << false << "untouched";
-}
-
-// The reason comes from the command's own standard error, which the worker
-// waits for behind the "-echo4" marker.
-void tst_exiftool_worker::write_reason()
-{
-    QFETCH(QString, error);
-    QFETCH(bool, failed);
-    QFETCH(QString, reason);
-    const QString file = make_file(QStringLiteral("r.jpg"));
-    qputenv("FAKE_EXIFTOOL_ERROR", error.replace("%1", file).toUtf8());
-    exif_tag_map tags;
-    tags.insert(QStringLiteral("Comment"),
-                failed ? QStringLiteral("1 files weren't updated due to errors") : QString());
-    if (failed)
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Failed to execute command"));
-    QString why = QStringLiteral("untouched");
-    QCOMPARE(vn::exiftool::write_tags(file, tags, &why), !failed);
-    qunsetenv("FAKE_EXIFTOOL_ERROR");
-    // The fake's reply is the command's lines, so the plain summary reads
-    // as those lines joined.
-    QCOMPARE(why, reason.replace("%1", file));
-    QVERIFY(read_log().contains("-echo4\n{errors"));
 }
 
 void tst_exiftool_worker::hung_process_is_stopped_and_replaced()
