@@ -306,10 +306,12 @@ void write_journal::append(const QStringList &fields)
                  qUtf8Printable(marks_->errorString()));
         return;
     }
-#ifdef Q_OS_UNIX
     // On disk before ExifTool touches the next file: after a power cut the
     // mark of every file but the last one written is there.
+#if defined(Q_OS_LINUX)
     ::fdatasync(marks_->handle());
+#elif defined(Q_OS_UNIX)
+    ::fsync(marks_->handle());
 #endif
 }
 
