@@ -53,6 +53,7 @@
 #include <QTableView>
 #include <QTimer>
 
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -859,10 +860,22 @@ std::function<void(int, int)> MainWindow::start_sync_progress()
     sync_progress->setRange(0, 1);
     sync_progress->setValue(0);
     QCoreApplication::processEvents();
-    return [this](int done, int total) {
+    // A flow reads and writes each file; painting the bar at each of those
+    // steps would cost more than the bookkeeping around them, so it is
+    // painted ten times a second, as the load does it.
+    QProgressBar *bar = sync_progress->findChild<QProgressBar *>();
+    auto since_paint = std::make_shared<QElapsedTimer>();
+    since_paint->start();
+    return [this, bar, since_paint](int done, int total) {
+        const bool show = done == total || since_paint->elapsed() >= repaint_interval_ms;
+        if (bar)
+            bar->setUpdatesEnabled(show);
         sync_progress->setRange(0, total);
         sync_progress->setValue(done);
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 50);
+        if (show) {
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 50);
+            since_paint->restart();
+        }
     };
 }
 
