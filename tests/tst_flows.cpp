@@ -490,18 +490,14 @@ void tst_flows::write_and_undo_corpus()
     QStringList failed;
     QStringList reported;
     for (const QString &name : unwritable_photos)
-        failed << (expected.contains(root_ + '/' + name) ? root_ + '/' + name : QString());
+        failed << (expected.contains(root_ + '/' + name) ? name : QString());
+    static const QRegularExpression reason("^(Not a valid|Bad format|Invalid format)");
     for (const gps_writer::failure &f : results_.value(0).failures)
-        reported << (QRegularExpression("^(Not a valid|Bad format|Invalid format)")
-                             .match(f.reason)
-                             .hasMatch()
-                         ? f.path
-                         : f.reason);
+        reported << (reason.match(f.reason).hasMatch() ? QFileInfo(f.path).fileName() : f.reason);
     failed.removeAll(QString());
     failed.sort();
     reported.sort();
     QCOMPARE(reported, failed);
-    QCOMPARE(results_.value(0).written, failed.isEmpty() ? 0 : expected.size() - failed.size());
 
     window_->on_undo_clicked();
     QVERIFY(window_->journal.is_empty());
