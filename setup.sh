@@ -5,7 +5,7 @@ set -euo pipefail
 
 loxmere_packages=(
     cmake g++ make git ccache
-    qtbase5-dev qttools5-dev qttools5-dev-tools qttranslations5-l10n
+    qtbase5-dev qtbase5-private-dev qttools5-dev qttools5-dev-tools qttranslations5-l10n
     qt5-image-formats-plugins
     libimage-exiftool-perl fonts-freefont-ttf tzdata
     gpsbabel libkf5archive-dev

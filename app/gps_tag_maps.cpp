@@ -135,6 +135,54 @@ exif_tag_map gps_tag_maps::build_undo_tags(const exif_cache &cache, const QStrin
     return result;
 }
 
+const QStringList &gps_tag_maps::exact_read_tags()
+{
+    static const QStringList tags = {QStringLiteral("GPS:all"), QStringLiteral("XMP:GPS*")};
+    return tags;
+}
+
+const QStringList &gps_tag_maps::exact_read_names()
+{
+    static const QStringList names = gps_tags() + QStringList{QStringLiteral("GPSDateTime")};
+    return names;
+}
+
+exif_tag_map gps_tag_maps::exact_undo_tags(const exif_tag_map &read)
+{
+    // ExifTool writes an empty text into these, but refuses an empty number
+    // or date and leaves the tag as it was.
+    static const QStringList text_tags = {
+        QStringLiteral("GPSSatellites"),      QStringLiteral("GPSStatus"),
+        QStringLiteral("GPSMeasureMode"),     QStringLiteral("GPSMapDatum"),
+        QStringLiteral("GPSDateStamp"),       QStringLiteral("GPSProcessingMethod"),
+        QStringLiteral("GPSAreaInformation"),
+    };
+    const auto holds_text = [](const QString &name) {
+        return (name.endsWith(QLatin1String("Ref")) && name != QLatin1String("GPSAltitudeRef")) ||
+               text_tags.contains(name);
+    };
+
+    exif_tag_map result;
+    for (const QString &name : gps_tags())
+        result.insert(gps_group_prefix + name + QLatin1Char('#'), QString());
+    for (const QString &key : xmp_gps_tags())
+        result.insert(key + QLatin1Char('#'), QString());
+    for (auto it = read.cbegin(); it != read.cend(); ++it) {
+        const QString group = it.key().section(QLatin1Char(':'), 0, 0);
+        const QString name = it.key().section(QLatin1Char(':'), 1);
+        const bool xmp = !xmp_tag_name(it.key()).isEmpty();
+        if ((group != QLatin1String("GPS") && !xmp) || name.isEmpty())
+            continue;
+        if (xmp)
+            result.remove(xmp_prefix + name + QLatin1Char('#'));
+        result.remove(it.key() + QLatin1Char('#'));
+        const bool empty_text = it.value().isEmpty() && holds_text(name);
+        result.insert(it.key() + (empty_text ? QStringLiteral("#^") : QStringLiteral("#")),
+                      it.value());
+    }
+    return result;
+}
+
 exif_tag_map gps_tag_maps::sync_tags(const gps_pos &position, bool has_xmp_gps, bool user_position)
 {
     exif_tag_map tags;

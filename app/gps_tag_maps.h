@@ -37,6 +37,21 @@ public:
     // Values are the printed texts, written back without "#".
     static exif_tag_map build_undo_tags(const exif_cache &cache, const QString &file);
 
+    // What a write flow reads of each file just before it writes it, with
+    // vn::exiftool::read_numeric_tags: "GPS:all" and "XMP:GPS*", of the tags
+    // named in exact_read_names(): the 32 GPS tags and XMP's GPSDateTime.
+    static const QStringList &exact_read_tags();
+    static const QStringList &exact_read_names();
+    // What brings a file back exactly, from that read: each tag of the GPS
+    // group and of an XMP group under its own group, with "#" and the number
+    // as read ("GPS:GPSLatitude#" = "43.4674483333333"); each of the 32 GPS
+    // tags the file doesn't have, and the three XMP position tags where no
+    // XMP group holds them, empty (deleted: a write may have added them). An
+    // empty value comes back as an empty text ("GPS:GPSMapDatum#^") where the
+    // tag holds text; a number ExifTool read as empty (a rational of 0/0)
+    // can't be written back, and is deleted.
+    static exif_tag_map exact_undo_tags(const exif_tag_map &read);
+
     // The position write for one photo: "GPSLatitude#", "GPSLatitudeRef",
     // "GPSLongitude#", "GPSLongitudeRef"; with `has_xmp_gps` also
     // "XMP:GPSLatitude#" and "XMP:GPSLongitude#"; with `user_position` the 27

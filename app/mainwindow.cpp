@@ -3,10 +3,12 @@
 #include "camera_clock_settings.h"
 #include "dialog_cameras.h"
 #include "dialog_settings.h"
+#include "dialog_write_result.h"
 #include "drop_files_widget.h"
 #include "gps_tag_maps.h"
 #include "gps_writer.h"
 #include "gpx_choice.h"
+#include "input_discarder.h"
 #include "language.h"
 #include "model/exif_cache.h"
 #include "model/gps_pos.h"
@@ -44,6 +46,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLocale>
 #include <QProgressBar>
 #include <QProgressDialog>
 #include <QSettings>
@@ -53,6 +56,7 @@
 #include <QTableView>
 #include <QTimer>
 
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -153,6 +157,10 @@ MainWindow::MainWindow(QWidget *parent)
                      const QStringList &items, bool *ok) {
         return vn::input_dialog::get_item(dialog_parent, title, label, items, 0, false, ok);
     };
+    show_write_result = [](QWidget *dialog_parent, const gps_writer::result &result, bool undo) {
+        dialog_write_result dialog(result, undo, dialog_parent);
+        dialog.exec();
+    };
 
     init_window_resources();
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/images/icon.png")));
@@ -186,6 +194,8 @@ MainWindow::MainWindow(QWidget *parent)
 
     update_max_time_difference();
     model->refresh();
+    // Once the window runs: its questions need the event loop.
+    QTimer::singleShot(0, this, &MainWindow::check_write_journal);
 }
 
 MainWindow::~MainWindow()
@@ -811,7 +821,10 @@ void MainWindow::begin_flow()
 
 void MainWindow::end_flow()
 {
+    input_discarder::discard_pending();
     flow_running_ = false;
+    if (!journal_checked_)
+        QTimer::singleShot(0, this, &MainWindow::check_write_journal);
     if (close_pending_) {
         close_pending_ = false;
         pending_loads_.clear();
@@ -905,21 +918,81 @@ exif_tag_map MainWindow::build_undo_tags(const QString &file)
     return gps_tag_maps::build_undo_tags(*exif_cache::instance(), file);
 }
 
-std::function<void(int)> MainWindow::start_sync_progress(int total)
+std::function<void(int, int)> MainWindow::start_sync_progress()
 {
-    sync_progress->setRange(0, total);
+    sync_progress->setRange(0, 1);
     sync_progress->setValue(0);
     QCoreApplication::processEvents();
-    return [this](int done) {
+    // A flow reads and writes each file; painting the bar at each of those
+    // steps would cost more than the bookkeeping around them, so it is
+    // painted ten times a second, as the load does it.
+    QProgressBar *bar = sync_progress->findChild<QProgressBar *>();
+    auto since_paint = std::make_shared<QElapsedTimer>();
+    since_paint->start();
+    return [this, bar, since_paint](int done, int total) {
+        const bool show = done == total || since_paint->elapsed() >= repaint_interval_ms;
+        if (bar)
+            bar->setUpdatesEnabled(show);
+        sync_progress->setRange(0, total);
         sync_progress->setValue(done);
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 50);
+        if (show) {
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 50);
+            since_paint->restart();
+        }
     };
+}
+
+gps_writer::ask_function MainWindow::ask_without_record()
+{
+    return [this](const QString &error) {
+        input_discarder::discard_pending();
+        sync_progress->hide();
+        return ask_question(
+                   this, tr("Continue?"),
+                   tr("Loxmere can't save its undo record in\n%1\n(%2).\n\nWithout it the "
+                      "write can be undone only until Loxmere is closed, and a write that is "
+                      "cut off can't be undone at all.")
+                       .arg(QDir::toNativeSeparators(QFileInfo(journal.path()).absolutePath()),
+                            error),
+                   tr("Write without undo record"), tr("Abort"),
+                   QMessageBox::No) == QMessageBox::Yes;
+    };
+}
+
+void MainWindow::finish_write_flow(const gps_writer::result &result, bool undo)
+{
+    sync_progress->reset();
+    update_undo_button();
+    // What was clicked during the flow mustn't land in the summary either.
+    input_discarder::discard_pending();
+    if (!result.failures.isEmpty())
+        show_write_result(this, result, undo);
+}
+
+void MainWindow::update_undo_button()
+{
+    const write_journal::record &record = journal.current();
+    const int files = write_journal::undoable_count(record);
+    undo_button->setEnabled(files > 0);
+    QString tooltip = tr("Undo the last edit of an images GPS coordinates");
+    if (files > 0) {
+        const QString when = QLocale().toString(record.started.toLocalTime(), QLocale::ShortFormat);
+        tooltip +=
+            QLatin1Char('\n') + (record.kind == QLatin1String("remove")
+                                     ? tr("Puts back the GPS data removed on %1 (photos: %2)")
+                                     : tr("Puts back the GPS data as it was before the sync "
+                                          "of %1 (photos: %2)"))
+                                    .arg(when)
+                                    .arg(files);
+    }
+    undo_button->setToolTip(tooltip);
 }
 
 void MainWindow::on_sync_clicked()
 {
     if (flow_running_ || model->rowCount() == 0)
         return;
+    check_write_journal(); // the write replaces the journal
 
     struct question
     {
@@ -948,12 +1021,14 @@ void MainWindow::on_sync_clicked()
     }
 
     begin_flow();
-    undo_tags.clear();
     undo_button->setEnabled(false);
-    gps_writer::write_positions(*model, undo_tags, start_sync_progress(model->rowCount()));
-    undo_button->setEnabled(!undo_tags.isEmpty());
-    model->clear();
-    sync_button->setEnabled(false);
+    const gps_writer::result result =
+        gps_writer::write_positions(*model, journal, start_sync_progress(), ask_without_record());
+    if (!result.stopped) {
+        model->clear();
+        sync_button->setEnabled(false);
+    }
+    finish_write_flow(result, false);
     end_flow();
 }
 
@@ -962,10 +1037,11 @@ void MainWindow::on_undo_clicked()
     if (flow_running_)
         return;
     undo_button->setEnabled(false);
-    if (undo_tags.isEmpty())
+    if (write_journal::undoable_count(journal.current()) == 0)
         return; // a progress dialog of no steps would stay open
     begin_flow();
-    gps_writer::undo(undo_tags, start_sync_progress(undo_tags.size()));
+    const gps_writer::result result = gps_writer::undo(journal, start_sync_progress());
+    finish_write_flow(result, true);
     end_flow();
 }
 
@@ -974,6 +1050,7 @@ void MainWindow::on_remove_gps_clicked()
     const int rows = model->rowCount();
     if (flow_running_ || rows == 0)
         return;
+    check_write_journal(); // the write replaces the journal
     if (ask_question(this, tr("Confirm"),
                      tr("Do you really want to delete all GPS information from all currently "
                         "loaded (%1) images?")
@@ -989,12 +1066,66 @@ void MainWindow::on_remove_gps_clicked()
         return;
 
     begin_flow();
-    undo_tags.clear();
     undo_button->setEnabled(false);
-    gps_writer::remove_gps(*model, undo_tags, start_sync_progress(rows));
-    model->clear();
-    undo_button->setEnabled(!undo_tags.isEmpty());
+    const gps_writer::result result =
+        gps_writer::remove_gps(*model, journal, start_sync_progress(), ask_without_record());
+    if (!result.stopped)
+        model->clear();
+    finish_write_flow(result, false);
     end_flow();
+}
+
+void MainWindow::check_write_journal()
+{
+    if (journal_checked_ || flow_running_)
+        return; // end_flow comes back here
+    journal_checked_ = true;
+    QString problem;
+    if (!journal.load(&problem)) {
+        if (!problem.isEmpty()) {
+            const bool aside = journal.set_aside();
+            qWarning("%s: Unusable undo record '%s': %s.", Q_FUNC_INFO,
+                     qUtf8Printable(journal.path()), qUtf8Printable(problem));
+            show_warning(this, tr("Undo record"),
+                         tr("Loxmere found the undo record of an earlier write but can't use "
+                            "it: %1.\n\nNo file was changed.%2")
+                             .arg(problem, aside ? tr(" The record was set aside as\n%1")
+                                                       .arg(QDir::toNativeSeparators(
+                                                           journal.path() + ".unusable"))
+                                                 : QString()));
+        }
+        update_undo_button();
+        return;
+    }
+    const write_journal::record &record = journal.current();
+    if (!record.problems.isEmpty())
+        show_warning(this, tr("Undo record"),
+                     tr("Parts of the undo record of the last write can't be used:\n%1\n\n"
+                        "Those files won't be written back.")
+                         .arg(record.problems.join(QLatin1Char('\n'))));
+    const int reached = write_journal::undoable_count(record);
+    if (!record.finished && reached == 0) {
+        journal.clear(); // cut off before the first file
+    } else if (!record.finished) {
+        const QString when = QLocale().toString(record.started.toLocalTime(), QLocale::ShortFormat);
+        const int files = int(record.entries.size());
+        const bool undo =
+            ask_question(this, tr("Interrupted write"),
+                         tr("Loxmere was closed on %1 in the middle of writing GPS data.\n\n"
+                            "Photos it was to write: %2\nPhotos it may have changed: %3\n"
+                            "The others were never touched.\n\n"
+                            "Undo these changes now, or keep them?")
+                             .arg(when)
+                             .arg(files)
+                             .arg(reached),
+                         tr("Undo the changes"), tr("Keep them"),
+                         QMessageBox::Yes) == QMessageBox::Yes;
+        journal.mark_finished(); // answered: the undo button holds it from now on
+        update_undo_button();
+        if (undo)
+            on_undo_clicked();
+    }
+    update_undo_button();
 }
 
 // ---------------------------------------------------------------- GPX tracks

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "gps_writer.h"
 #include "model/gpx_track.h"
+#include "write_journal.h"
 
 #include <vn/exif_tag_map.h>
 #include <vn/main_window.h>
@@ -43,8 +45,11 @@ class table_data_model;
 // file-open event) waits in a queue and is loaded when the flow has ended, so
 // no flow ever runs inside another. A close request waits the same way: the
 // window closes when the flow has ended, and what waited is not loaded.
-// Nothing here shows an error: failures are log lines and rows without a
-// position. GUI thread only.
+// Input that arrives while a flow runs is dropped, not carried out after it.
+// The write flows keep their undo record in a journal on disk; at start an
+// interrupted write is offered for undoing. A write flow that didn't go
+// through cleanly ends in a summary of the files that failed; other failures
+// are log lines and rows without a position. GUI thread only.
 class MainWindow : public vn::main_window
 {
     Q_OBJECT
@@ -83,6 +88,11 @@ public:
         std::function<QString(QWidget *parent, const QString &title, const QString &label,
                               const QStringList &items, bool *ok)>;
     choose_item_function choose_item;
+    // The summary of a write flow with failures: (parent, result, undo).
+    // A dialog_write_result by default; tests look here.
+    using show_result_function =
+        std::function<void(QWidget *parent, const gps_writer::result &result, bool undo)>;
+    show_result_function show_write_result;
 
     // Loads what the desktop names (a file-open request, the command line) as
     // a drop would: a folder brings the files directly in it, and whatever
@@ -116,14 +126,18 @@ private slots:
     void on_settings_clicked();
     // The cameras of the loaded photos: their zones and clock corrections.
     void on_cameras_clicked();
-    // Asks what it must, notes each file's old tags in undo_tags, writes the
-    // previewed positions and empties the table.
+    // Asks what it must, notes each file's old tags in the journal, writes
+    // the previewed positions and empties the table.
     void on_sync_clicked();
-    // Writes undo_tags back once, asking nothing.
+    // Writes the journal's record back once, asking nothing.
     void on_undo_clicked();
-    // Asks, notes each file's old tags in undo_tags, removes all GPS data
+    // Asks, notes each file's old tags in the journal, removes all GPS data
     // and empties the table.
     void on_remove_gps_clicked();
+    // Once, at start (or when the flow then running has ended, and before
+    // any write): reads the journal of the last write, says what of it
+    // can't be used, and offers to undo a write that was cut off.
+    void check_write_journal();
     // Reads track files and hands one of their tracks, or all merged, to the
     // model. Blocks while GPSBabel converts; tells which files gave nothing.
     void on_load_gpx_clicked();
@@ -155,7 +169,14 @@ private:
     void run_load(const QStringList &files);
     // Shows sync_progress at 0 of `total`; the returned function moves it on
     // after each file and lets the window repaint, without user input.
-    std::function<void(int)> start_sync_progress(int total);
+    std::function<void(int, int)> start_sync_progress();
+    // The question of a write flow whose undo record can't be saved.
+    gps_writer::ask_function ask_without_record();
+    // Ends the work of a write flow: drops the input that waited, hides the
+    // progress and shows the summary when files failed.
+    void finish_write_flow(const gps_writer::result &result, bool undo);
+    // Enabled while the journal holds something to undo; the tooltip says what.
+    void update_undo_button();
 
     vn::button_dark *settings_button = nullptr;
     vn::button_dark *cameras_button = nullptr;
@@ -195,7 +216,7 @@ private:
     vn::qt::layout *table_layout = nullptr;
     QProgressDialog *load_progress = nullptr;
     QProgressDialog *sync_progress = nullptr;
-    QMap<QString, exif_tag_map> undo_tags;
+    write_journal journal;
     quint32 sync_order = 0;
 
     vn::application_log *log = nullptr; // null where no log was created (tests)
@@ -209,4 +230,5 @@ private:
     bool flow_running_ = false;
     QList<QStringList> pending_loads_;
     bool close_pending_ = false;
+    bool journal_checked_ = false;
 };

@@ -68,6 +68,7 @@ private slots:
     void parse_tags();
     void error_text_data();
     void error_text();
+    void hung_process_is_stopped_and_replaced();
 
 private:
     QString make_file(const QString &name);
@@ -635,6 +636,25 @@ void tst_exiftool_worker::error_text()
     QFETCH(QByteArray, text);
     QFETCH(QByteArray, logged);
     QCOMPARE(vn::exiftool_worker::error_text(text), logged);
+}
+
+void tst_exiftool_worker::hung_process_is_stopped_and_replaced()
+{
+    use_mode("hang_once");
+    vn::exiftool::set_wait_limit_ms(300);
+    const QString first = make_file(QStringLiteral("first.jpg"));
+    const QString second = make_file(QStringLiteral("second.jpg"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("ExifTool ended; 1 open command"));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("didn't answer in time; stopped by "
+                                                          "interrupt\\.$"));
+    QString why;
+    const bool hung_write = vn::exiftool::write_tags(first, exif_tag_map(), &why);
+    vn::exiftool::set_wait_limit_ms(vn::exiftool::time_limit_ms);
+    QVERIFY(!hung_write);
+    QCOMPARE(why, QStringLiteral("ExifTool didn't answer within 0.3 s and was stopped"));
+    // A new process takes the next command at once.
+    QVERIFY(vn::exiftool::write_tags(second, exif_tag_map(), &why));
+    QCOMPARE(read_log().count("-overwrite_original_in_place"), 2);
 }
 
 QTEST_GUILESS_MAIN(tst_exiftool_worker)

@@ -16,6 +16,9 @@ private slots:
     void undo_tags_data();
     void undo_tags();
 
+    void exact_undo_tags_data();
+    void exact_undo_tags();
+
     void writable_data();
     void writable();
 };
@@ -175,6 +178,51 @@ void tst_gps_tag_maps::undo_tags()
         expected.insert(name, QString());
     expected.insert(tag_map(expected_set));
     QCOMPARE(gps_tag_maps::build_undo_tags(cache, file), expected);
+}
+
+void tst_gps_tag_maps::exact_undo_tags_data()
+{
+    QTest::addColumn<QString>("read");         // -n -G1 read
+    QTest::addColumn<QString>("expected_set"); // besides the deletions below
+    QTest::addColumn<QString>("not_deleted");  // deletions that must not stand
+
+    QTest::addRow("numbers come back with their group and '#'")
+        << "GPS:GPSLatitude=43.4674483333333;GPS:GPSLatitudeRef=N;GPS:GPSVersionID=2 2 0 0"
+        << "GPS:GPSLatitude#=43.4674483333333;GPS:GPSLatitudeRef#=N;GPS:GPSVersionID#=2 2 0 0"
+        << "";
+    // Nikon D5000: an empty EXIF latitude (0/0) and the position in XMP.
+    QTest::addRow("empty number deleted, XMP position kept")
+        << "GPS:GPSLatitude=;GPS:GPSLatitudeRef=N;XMP-exif:GPSLatitude=48.8887263666667"
+        << "GPS:GPSLatitudeRef#=N;XMP-exif:GPSLatitude#=48.8887263666667"
+        << "XMP:GPSLatitude#";
+    QTest::addRow("empty texts stay empty")
+        << "GPS:GPSMapDatum=;GPS:GPSLatitudeRef=;GPS:GPSAltitudeRef=;XMP-exif:GPSSatellites="
+        << "GPS:GPSMapDatum#^=;GPS:GPSLatitudeRef#^=;XMP-exif:GPSSatellites#^="
+        << "";
+    QTest::addRow("other groups and tags aren't written")
+        << "Keys:GPSCoordinates=32.09 34.86;Composite:GPSLatitude=1;XMPx:GPSSpeed=3;"
+           "File:FileSize=10"
+        << ""
+        << "";
+}
+
+void tst_gps_tag_maps::exact_undo_tags()
+{
+    QFETCH(QString, read);
+    QFETCH(QString, expected_set);
+    QFETCH(QString, not_deleted);
+
+    exif_tag_map expected;
+    for (const QString &name : gps_tag_maps::gps_tags())
+        expected.insert("GPS:" + name + '#', QString());
+    for (const QString &key : gps_tag_maps::xmp_gps_tags())
+        expected.insert(key + '#', QString());
+    for (const QString &key : not_deleted.split(';', Qt::SkipEmptyParts))
+        expected.remove(key);
+    for (const QString &key : tag_map(expected_set).keys())
+        expected.remove(QString(key).remove('^'));
+    expected.insert(tag_map(expected_set));
+    QCOMPARE(gps_tag_maps::exact_undo_tags(tag_map(read)), expected);
 }
 
 void tst_gps_tag_maps::writable_data()

@@ -237,6 +237,86 @@ statt auf den nächsten Punkt. Beide Punkte müssen innerhalb der Zeitdifferenz 
         <source>Also write the altitude of the track where it has one, below sea level included</source>
         <translation>Auch die Höhe aus dem Track schreiben, wo er eine hat, auch unter dem Meeresspiegel</translation>
     </message>
+    <message>
+        <source>Loxmere can&apos;t save its undo record in
+%1
+(%2).
+
+Without it the write can be undone only until Loxmere is closed, and a write that is cut off can&apos;t be undone at all.</source>
+        <translation>Loxmere kann seine Aufzeichnung zum Rückgängigmachen nicht speichern in
+%1
+(%2).
+
+Ohne sie lässt sich das Schreiben nur rückgängig machen, bis Loxmere geschlossen wird, und ein abgebrochenes Schreiben gar nicht.</translation>
+    </message>
+    <message>
+        <source>Write without undo record</source>
+        <translation>Ohne Aufzeichnung schreiben</translation>
+    </message>
+    <message>
+        <source>Puts back the GPS data removed on %1 (photos: %2)</source>
+        <translation>Stellt die am %1 entfernten GPS-Daten wieder her (Fotos: %2)</translation>
+    </message>
+    <message>
+        <source>Puts back the GPS data as it was before the sync of %1 (photos: %2)</source>
+        <translation>Stellt die GPS-Daten wieder her, wie sie vor dem Synchronisieren am %1 waren (Fotos: %2)</translation>
+    </message>
+    <message>
+        <source>Undo record</source>
+        <translation>Aufzeichnung zum Rückgängigmachen</translation>
+    </message>
+    <message>
+        <source>Loxmere found the undo record of an earlier write but can&apos;t use it: %1.
+
+No file was changed.%2</source>
+        <translation>Loxmere hat die Aufzeichnung eines früheren Schreibvorgangs gefunden, kann sie aber nicht verwenden: %1.
+
+Keine Datei wurde verändert.%2</translation>
+    </message>
+    <message>
+        <source> The record was set aside as
+%1</source>
+        <translation> Die Aufzeichnung wurde beiseitegelegt als
+%1</translation>
+    </message>
+    <message>
+        <source>Parts of the undo record of the last write can&apos;t be used:
+%1
+
+Those files won&apos;t be written back.</source>
+        <translation>Teile der Aufzeichnung des letzten Schreibvorgangs sind nicht verwendbar:
+%1
+
+Diese Dateien werden nicht zurückgeschrieben.</translation>
+    </message>
+    <message>
+        <source>Interrupted write</source>
+        <translation>Abgebrochener Schreibvorgang</translation>
+    </message>
+    <message>
+        <source>Loxmere was closed on %1 in the middle of writing GPS data.
+
+Photos it was to write: %2
+Photos it may have changed: %3
+The others were never touched.
+
+Undo these changes now, or keep them?</source>
+        <translation>Loxmere wurde am %1 mitten im Schreiben von GPS-Daten geschlossen.
+
+Zu schreibende Fotos: %2
+Möglicherweise veränderte Fotos: %3
+Die übrigen wurden nie angerührt.
+
+Diese Änderungen jetzt rückgängig machen oder behalten?</translation>
+    </message>
+    <message>
+        <source>Undo the changes</source>
+        <translation>Änderungen rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Keep them</source>
+        <translation>Behalten</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>
@@ -389,6 +469,72 @@ Die Anwendung muss neu gestartet werden, um die neue Sprache zu verwenden.</tran
     </message>
 </context>
 <context>
+    <name>dialog_write_result</name>
+    <message>
+        <source>Not all files were written back</source>
+        <translation>Nicht alle Dateien wurden zurückgeschrieben</translation>
+    </message>
+    <message>
+        <source>Not all files were written</source>
+        <translation>Nicht alle Dateien wurden geschrieben</translation>
+    </message>
+    <message>
+        <source>Copy list</source>
+        <translation>Liste kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the files and their reasons to the clipboard</source>
+        <translation>Die Dateien mit ihren Gründen in die Zwischenablage kopieren</translation>
+    </message>
+    <message>
+        <source>Written back: %1</source>
+        <translation>Zurückgeschrieben: %1</translation>
+    </message>
+    <message>
+        <source>Written: %1</source>
+        <translation>Geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>Left alone, with a position of their own: %1</source>
+        <translation>Unverändert, mit eigener Position: %1</translation>
+    </message>
+    <message>
+        <source>Failed: %1</source>
+        <translation>Fehlgeschlagen: %1</translation>
+    </message>
+</context>
+<context>
+    <name>gps_writer</name>
+    <message>
+        <source>can&apos;t remove it</source>
+        <translation>sie lässt sich nicht entfernen</translation>
+    </message>
+    <message>
+        <source>a write was cut off and ExifTool left &apos;%1&apos; beside the photo; both were kept: please check the photo</source>
+        <translation>ein Schreibvorgang wurde abgebrochen und ExifTool hat „%1“ neben dem Foto hinterlassen; beide wurden behalten: bitte das Foto prüfen</translation>
+    </message>
+    <message>
+        <source>the position can&apos;t be written: %1</source>
+        <translation>die Position lässt sich nicht schreiben: %1</translation>
+    </message>
+    <message>
+        <source>ExifTool&apos;s temporary file &apos;%1&apos; is in the way, left by an earlier write that was cut off</source>
+        <translation>ExifTools temporäre Datei „%1“ ist im Weg, übrig von einem früheren, abgebrochenen Schreibvorgang</translation>
+    </message>
+    <message>
+        <source>(entry %1 of the undo record)</source>
+        <translation>(Eintrag %1 der Aufzeichnung)</translation>
+    </message>
+    <message>
+        <source>its entry can&apos;t be read; nothing was written</source>
+        <translation>sein Eintrag ist nicht lesbar; nichts wurde geschrieben</translation>
+    </message>
+    <message>
+        <source>changed since the write (by another program?); left as it is</source>
+        <translation>seit dem Schreiben verändert (von einem anderen Programm?); so belassen</translation>
+    </message>
+</context>
+<context>
     <name>gpx_parser</name>
     <message>
         <source>Waypoints</source>
@@ -510,6 +656,37 @@ Die Anwendung muss neu gestartet werden, um die neue Sprache zu verwenden.</tran
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>write_journal</name>
+    <message>
+        <source>it isn&apos;t an undo record of Loxmere</source>
+        <translation>sie ist keine Aufzeichnung von Loxmere</translation>
+    </message>
+    <message>
+        <source>its first line is damaged</source>
+        <translation>ihre erste Zeile ist beschädigt</translation>
+    </message>
+    <message>
+        <source>it was written by a newer version of Loxmere (format %1)</source>
+        <translation>sie stammt von einer neueren Version von Loxmere (Format %1)</translation>
+    </message>
+    <message>
+        <source>its header is damaged</source>
+        <translation>ihr Kopf ist beschädigt</translation>
+    </message>
+    <message>
+        <source>line %1 can&apos;t be read</source>
+        <translation>Zeile %1 ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>files whose entries are missing or damaged, not to be undone: %1 of %2</source>
+        <translation>Dateien mit fehlenden oder beschädigten Einträgen, nicht rückgängig zu machen: %1 von %2</translation>
+    </message>
+    <message>
+        <source>can&apos;t make the folder %1</source>
+        <translation>der Ordner %1 lässt sich nicht anlegen</translation>
     </message>
 </context>
 </TS>

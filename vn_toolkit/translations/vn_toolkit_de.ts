@@ -180,4 +180,43 @@ Es konnten nur %2/%3 Bytes geschrieben werden. Der Datenträger ist möglicherwe
         <translation>Diese Software enthält die Schriften FreeSans und FreeSansBold aus GNU FreeFont, lizenziert unter der GNU General Public License Version 3 oder später mit Schriftausnahme:&lt;br&gt;&lt;a href=&quot;https://www.gnu.org/software/freefont/&quot; style=&quot;color:#728a84;&quot;&gt;https://www.gnu.org/software/freefont/&lt;/a&gt;</translation>
     </message>
 </context>
+<context>
+    <name>vn::exiftool</name>
+    <message>
+        <source>the name holds a line break</source>
+        <translation>der Name enthält einen Zeilenumbruch</translation>
+    </message>
+    <message>
+        <source>the path isn&apos;t absolute</source>
+        <translation>der Pfad ist nicht absolut</translation>
+    </message>
+    <message>
+        <source>a folder, not a file</source>
+        <translation>ein Ordner, keine Datei</translation>
+    </message>
+    <message>
+        <source>file not found</source>
+        <translation>Datei nicht gefunden</translation>
+    </message>
+    <message>
+        <source>read-only</source>
+        <translation>schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>ExifTool ended before it answered</source>
+        <translation>ExifTool wurde beendet, bevor es antwortete</translation>
+    </message>
+    <message>
+        <source>ExifTool didn&apos;t answer within %1 s and was stopped</source>
+        <translation>ExifTool hat nicht innerhalb von %1 s geantwortet und wurde beendet</translation>
+    </message>
+    <message>
+        <source>a tag or value holds a line break</source>
+        <translation>ein Tag oder Wert enthält einen Zeilenumbruch</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; isn&apos;t a tag name</source>
+        <translation>„%1“ ist kein Tag-Name</translation>
+    </message>
+</context>
 </TS>

@@ -15,9 +15,10 @@ namespace {
 constexpr int idle_wake_ms = 250;
 } // namespace
 
-exif_response::exif_response(qint32 id, QObject *parent)
+exif_response::exif_response(qint32 id, QObject *parent, bool collect_errors)
     : QObject(parent)
     , id_(id)
+    , collect_errors_(collect_errors)
     , start_time_(QDateTime::currentMSecsSinceEpoch())
 {}
 
@@ -54,6 +55,13 @@ QByteArray exif_response::data() const
     return data_;
 }
 
+QByteArray exif_response::errors() const
+{
+    if (!stored_.load(std::memory_order_acquire))
+        return QByteArray();
+    return errors_;
+}
+
 bool exif_response::is_ready() const
 {
     return complete_.load(std::memory_order_acquire) && !cancelled_.load(std::memory_order_acquire);
@@ -67,6 +75,12 @@ bool exif_response::is_failed() const
 bool exif_response::is_cancelled() const
 {
     return cancelled_.load(std::memory_order_acquire);
+}
+
+// Worker thread; published with the reply by set_reply.
+void exif_response::set_errors(const QByteArray &errors)
+{
+    errors_ = errors;
 }
 
 // Worker thread. The reply is stored even for a cancelled response; only the

@@ -27,7 +27,10 @@ class exif_response : public QObject
     Q_DISABLE_COPY(exif_response)
 
 public:
-    exif_response(qint32 id, QObject *parent);
+    // With `collect_errors` the worker also hands over what ExifTool wrote to
+    // its standard error for this command (errors()), and the response is
+    // complete only when that text is whole.
+    exif_response(qint32 id, QObject *parent, bool collect_errors = false);
 
     // Runs the calling thread's event loop without user input until the
     // reply is there, the worker reports failure or timeout_ms has passed.
@@ -38,6 +41,10 @@ public:
     // The reply once the worker has stored it (also for a cancelled
     // response), else a null array.
     QByteArray data() const;
+    // ExifTool's standard error for this command, once the reply is there;
+    // always empty unless the response collects errors.
+    QByteArray errors() const;
+    bool collects_errors() const { return collect_errors_; }
     qint32 id() const { return id_; }
     qint64 start_time() const { return start_time_; }
     bool is_ready() const;
@@ -47,6 +54,8 @@ public:
     // Worker side: stores the reply, then marks it complete unless cancelled
     // and wakes the thread that waits for it.
     void set_reply(const QByteArray &reply);
+    // Worker side, before set_reply: the command's standard error.
+    void set_errors(const QByteArray &errors);
     // Unless cancelled, sets complete, emits ready(this), then finished().
     void set_ready();
     // Unless cancelled, clears complete, emits error(code) and finished().
@@ -69,12 +78,14 @@ private:
     void wake_owner_thread();
 
     const qint32 id_;
+    const bool collect_errors_;
     std::atomic<bool> complete_{false};
     std::atomic<bool> cancelled_{false};
     std::atomic<bool> failed_{false};
     std::atomic<bool> stored_{false}; // data_ holds the reply, also when cancelled
     std::atomic<int> holds_{2};
     QByteArray data_;
+    QByteArray errors_;
     qint64 start_time_;
 };
 

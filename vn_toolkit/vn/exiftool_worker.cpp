@@ -8,6 +8,12 @@
 #include <QFileInfo>
 #include <QProcess>
 
+#ifdef Q_OS_UNIX
+#include <csignal>
+
+#include <signal.h>
+#endif
+
 namespace vn {
 
 namespace {
@@ -23,6 +29,11 @@ constexpr int idle_passes = 25;
 constexpr int busy_pass_ms = 1000;
 constexpr int busy_passes = 5;
 constexpr int reap_after_kill_ms = 2000;
+// Stopping a process that didn't answer: it may be hung in a write, so the
+// interrupt gets the longest wait (ExifTool finishes copying the file back
+// in place before it obeys).
+constexpr int abandon_close_ms = 1000;
+constexpr int abandon_interrupt_ms = 5000;
 const char close_command[] = "-stay_open\n0\n";
 } // namespace
 
@@ -65,6 +76,20 @@ QByteArray exiftool_worker::marker_for(qint32 id)
     return QStringLiteral("{ready%1}\r\n").arg(id).toUtf8();
 #else
     return QStringLiteral("{ready%1}\n").arg(id).toUtf8();
+#endif
+}
+
+QByteArray exiftool_worker::errors_request(qint32 id)
+{
+    return QStringLiteral("-echo4\n{errors%1}\n").arg(id).toUtf8();
+}
+
+QByteArray exiftool_worker::errors_marker_for(qint32 id)
+{
+#ifdef Q_OS_WIN
+    return QStringLiteral("{errors%1}\r\n").arg(id).toUtf8();
+#else
+    return QStringLiteral("{errors%1}\n").arg(id).toUtf8();
 #endif
 }
 
@@ -159,6 +184,37 @@ bool exiftool_worker::shutdown()
     return state == QProcess::NotRunning;
 }
 
+bool exiftool_worker::abandon()
+{
+    const char *how = "it had ended";
+    stopping_ = true;
+    if (process_->state() != QProcess::NotRunning) {
+        how = "close command";
+        write(QString::fromLatin1(close_command));
+        if (!process_->waitForFinished(abandon_close_ms)) {
+#ifdef Q_OS_UNIX
+            how = "interrupt";
+            ::kill(pid_t(process_->processId()), SIGINT);
+            if (!process_->waitForFinished(abandon_interrupt_ms)) {
+                how = "kill";
+                process_->kill();
+                process_->waitForFinished(reap_after_kill_ms);
+            }
+#else
+            how = "kill";
+            process_->kill();
+            process_->waitForFinished(reap_after_kill_ms);
+#endif
+        }
+    }
+    const bool stopped = process_->state() == QProcess::NotRunning;
+    qWarning("%s: ExifTool didn't answer in time; stopped by %s%s.", Q_FUNC_INFO, how,
+             stopped ? "" : ", but it still runs");
+    fail_open_tasks("ExifTool was stopped");
+    stopping_ = false;
+    return stopped;
+}
+
 void exiftool_worker::add_task(exif_response *response, QByteArray data)
 {
     queue_.append(exif_task{response, data, response->id()});
@@ -192,6 +248,10 @@ void exiftool_worker::execute_task()
     if (nul >= 0)
         command.truncate(nul);
     marker_ = marker_for(task.id);
+    if (task.response->collects_errors()) {
+        errors_marker_ = errors_marker_for(task.id);
+        command += errors_request(task.id);
+    }
     command += execute_line(task.id);
     // On failure the task stays at the head; the caller's wait ends it.
     write(QString::fromUtf8(command));
@@ -249,17 +309,40 @@ void exiftool_worker::read_output()
                           Q_FUNC_INFO);
                 return;
             }
-            exif_response *response = queue_.first().response;
-            const QByteArray reply = output_.left(at);
+            reply_ = output_.left(at);
+            reply_seen_ = true;
             output_.remove(0, at + marker_.size());
-            busy_ = false;
             marker_.clear();
-            queue_.removeFirst();
-            response->set_reply(reply);
-            response->release(); // last touch: the caller may free it now
-            execute_task();
+            if (errors_marker_.isEmpty() || errors_seen_)
+                complete_head_task();
         }
     }
+}
+
+// Both markers seen (or the only one): hands reply and standard error to the
+// response and sends the next command.
+void exiftool_worker::complete_head_task()
+{
+    exif_response *response = queue_.first().response;
+    const QByteArray reply = reply_;
+    const QByteArray errors = error_output_;
+    queue_.removeFirst();
+    reset_command_state();
+    response->set_errors(errors);
+    response->set_reply(reply);
+    response->release(); // last touch: the caller may free it now
+    execute_task();
+}
+
+void exiftool_worker::reset_command_state()
+{
+    busy_ = false;
+    marker_.clear();
+    errors_marker_.clear();
+    error_output_.clear();
+    reply_.clear();
+    reply_seen_ = false;
+    errors_seen_ = false;
 }
 
 QByteArray exiftool_worker::error_text(const QByteArray &text)
@@ -270,11 +353,25 @@ QByteArray exiftool_worker::error_text(const QByteArray &text)
     return text.left(end);
 }
 
+// ExifTool flushes its standard error before it writes the marker, but the
+// two pipes are read apart, so either marker may be seen first.
 void exiftool_worker::read_errors()
 {
-    const QByteArray text = error_text(process_->readAllStandardError());
+    QByteArray text = process_->readAllStandardError();
+    if (!errors_marker_.isEmpty() && !errors_seen_) {
+        error_output_.append(text);
+        const int at = error_output_.indexOf(errors_marker_);
+        if (at >= 0) {
+            error_output_.truncate(at);
+            errors_seen_ = true;
+            text.replace(errors_marker_, QByteArray()); // not worth a log line
+        }
+    }
+    text = error_text(text);
     if (!text.isEmpty())
         qDebug("exiftool cerr: '%s'", text.constData());
+    if (errors_seen_ && reply_seen_ && !queue_.isEmpty())
+        complete_head_task();
 }
 
 void exiftool_worker::process_ended()
@@ -298,8 +395,7 @@ void exiftool_worker::fail_open_tasks(const char *reason)
         qWarning("%s: %s.", Q_FUNC_INFO, reason);
     const QList<exif_task> open = queue_;
     queue_.clear();
-    busy_ = false;
-    marker_.clear();
+    reset_command_state();
     output_.clear();
     for (const exif_task &task : open) {
         task.response->set_failed();

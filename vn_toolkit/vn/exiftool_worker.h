@@ -25,9 +25,9 @@ struct exif_task
 
 // Owns the one ExifTool process and speaks its stay-open protocol, one command
 // at a time. Lives on its own thread and is touched only there, so it has no
-// lock. A command that gets no reply leaves its response open and callers time
-// out; a process that ends fails the open responses at once, and the next task
-// starts a new process.
+// lock. A command that gets no reply leaves its response open until the caller
+// gives up and calls abandon(), which stops the process; a process that ends
+// fails the open responses at once, and the next task starts a new process.
 class exiftool_worker : public QObject
 {
     Q_OBJECT
@@ -45,6 +45,11 @@ public:
     // "{ready7}\n" for id 7; on Windows "{ready7}\r\n", as ExifTool ends its
     // lines there and the process is opened without the Text flag.
     static QByteArray marker_for(qint32 id);
+    // "-echo4\n{errors7}\n" for id 7: makes ExifTool write "{errors7}" to its
+    // standard error once the command is through, before the marker.
+    static QByteArray errors_request(qint32 id);
+    // "{errors7}\n" for id 7, "{errors7}\r\n" on Windows, as marker_for.
+    static QByteArray errors_marker_for(qint32 id);
     // Program path: the folder of the running executable, then "exiftool"
     // ("exiftool.exe" on Windows). Looked for nowhere else.
     static QString program_path();
@@ -68,12 +73,19 @@ public slots:
     // a kill. True when the process no longer runs. Worker thread.
     bool shutdown();
     void add_task(exif_response *response, QByteArray data);
+    // For a command that got no reply in time. Blocking: stops the process
+    // the safe way (the close command, then an interrupt, which ExifTool
+    // holds back while it copies a written file in place, then a kill),
+    // about 8 s at most, and fails the open commands. The next task starts a
+    // new process. True when the process no longer runs. Worker thread.
+    bool abandon();
     void verbose(bool value);
     void verbose();
 
 private:
     void fail_open_tasks(const char *reason);
-    void drop_head_task();
+    void complete_head_task();
+    void reset_command_state();
 
     QProcess *process_;
     QIODevice::OpenMode restart_open_mode_;
@@ -82,6 +94,13 @@ private:
     bool busy_ = false;
     QByteArray marker_;
     QByteArray output_;
+    // For a command that collects its standard error: what has come so far,
+    // and which of the two markers have been seen.
+    QByteArray error_output_;
+    QByteArray errors_marker_;
+    QByteArray reply_;
+    bool reply_seen_ = false;
+    bool errors_seen_ = false;
     bool stopping_ = false;    // inside shutdown: an ending process is expected
     bool end_handled_ = false; // the end of the current process has been dealt with
 };
