@@ -92,6 +92,7 @@ void tst_exiftool_worker::init()
     log_path_ = dir_.filePath(
         QStringLiteral("commands-%1.log").arg(QString::fromLatin1(QTest::currentTestFunction())));
     QFile::remove(log_path_);
+    QFile::remove(log_path_ + QStringLiteral(".open"));
     qputenv("FAKE_EXIFTOOL_LOG", QFile::encodeName(log_path_));
 }
 
@@ -199,9 +200,13 @@ void tst_exiftool_worker::replies_reach_their_commands()
 {
     QFETCH(QByteArray, command);
     QFETCH(QByteArray, reply);
+    // The reply waits until the spy listens: an instant one could come
+    // before the spy exists.
+    use_mode("gated");
     vn::exiftool_worker_init();
     vn::exif_response *response = vn::exiftool::start_task(command);
     QSignalSpy ready(response, &vn::exif_response::ready);
+    QVERIFY(QFile(log_path_ + QStringLiteral(".open")).open(QIODevice::WriteOnly));
     QVERIFY(response->wait(reply_limit_ms));
     QCOMPARE(response->data(), reply);
     QTRY_COMPARE(ready.count(), 1);

@@ -971,12 +971,12 @@ void tst_flows::between_points_data()
     const QString visnjan = "around-visnjan-with-car.gpx";
     QTest::addRow("nearest")
         << visnjan << false
-        << "G  45.2734133229, 13.7141885050|45 deg 16' 24.29\"|7 m|Below Sea Level";
+        << "G  45.2734133229, 13.7141885050|45.2734133228417|7|1";
     QTest::addRow("between")
-        << visnjan << true << "G  45.273466, 13.714199|45 deg 16' 24.48\"|211.39 m|Above Sea Level";
+        << visnjan << true << "G  45.273466, 13.714199|45.273466|211.39|0";
     QTest::addRow("below sea level")
         << "unicode_with_bom.gpx" << true
-        << "G  43.309634, 3.515386|43 deg 18' 34.68\"|14.6 m|Below Sea Level";
+        << "G  43.309634, 3.515386|43.309634|14.6|1";
 }
 
 void tst_flows::between_points()
