@@ -299,6 +299,10 @@ void tst_table_data_model::assignment()
         QVERIFY2(source_ids.contains(entry.source_text), qPrintable(entry.source_text));
         const QString indicator = expected_rows.value(i).startsWith('*') ? "*" : entry.indicator;
         actual << indicator + source_ids.value(entry.source_text);
+        // A position copied from a photo names that photo; nothing else names one.
+        const QString id = source_ids.value(entry.source_text);
+        const bool copied = !entry.is_source && id.startsWith('p');
+        QCOMPARE(entry.source_file, copied ? paths.at(id.mid(1).toInt()) : QString());
     }
     QCOMPARE(actual.join(' '), expected_rows.join(' '));
 }

@@ -14,6 +14,9 @@ struct cache_entry
     QString source_text; // the position as the GPS Tag column shows it
     gps_pos position;    // the value to be written
     QDateTime date;
+    // The photo whose position this one takes ("↑", "↓", or the closest photo in
+    // the GPX mode): its full path. Empty for a track point's, a typed or no position.
+    QString source_file;
     bool is_source = false; // has a position of its own and serves as a source
     bool from_gpx = false;  // a track point, or a photo whose position came from one
 };

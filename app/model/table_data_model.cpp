@@ -515,6 +515,7 @@ void table_data_model::rebuild_cache()
     const auto take = [&](cache_entry &entry, const cache_entry &source) {
         entry.position = source.position;
         entry.source_text = source.source_text;
+        entry.source_file = source.file;
         ++assigned;
     };
     const int n = int(list.size());

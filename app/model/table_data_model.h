@@ -83,6 +83,9 @@ public:
     // don't form a date.
     QDateTime recording_datetime(const QString &file) const;
     static QDateTime recording_datetime(const exif_tag_map &values);
+    // The date as the table's date column shows it: "2015-06-01 12:34:56  UTC+02:00",
+    // or "-" when the format gives no text.
+    QString date_text(const QString &file) const;
 
     // `files` ordered by recording date as QDateTime::operator< orders them
     // (invalid dates first), ascending or descending. Equal dates keep no
@@ -122,7 +125,6 @@ private:
     const dated &dated_of(const QString &file, const QMap<QString, exif_tag_map> &values) const;
 
     void insert_file(const QString &file, bool read_metadata);
-    QString date_text(const QString &file) const;
 
     QStringList files_;
     QSet<QString> file_set_; // the same paths, for the duplicate test of a load
