@@ -8,6 +8,7 @@ loxmere_packages=(
     qtbase5-dev qttools5-dev qttools5-dev-tools qttranslations5-l10n
     qt5-image-formats-plugins
     libimage-exiftool-perl fonts-freefont-ttf
+    libmarble-dev libmarblewidget-qt5-28 marble-plugins
 )
 
 loxmere_install_missing() {
