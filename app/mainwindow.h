@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/gpx_track.h"
+
 #include <vn/exif_tag_map.h>
 #include <vn/main_window.h>
 
@@ -30,6 +32,7 @@ class layout;
 
 class dialog_settings;
 class drop_files_widget;
+class map_window;
 class table_data_model;
 
 // The program's one window and the owner of all its flows: three bands (head
@@ -50,6 +53,7 @@ class MainWindow : public vn::main_window
     friend class tst_mainwindow;
     friend class tst_mainwindow_state;
     friend class tst_flows;
+    friend class tst_map_window;
 
 public:
     explicit MainWindow(QWidget *parent = nullptr);
@@ -114,6 +118,8 @@ private slots:
     void on_remove_gps_clicked();
     // Reads a GPX file and hands one of its tracks, or all merged, to the model.
     void on_load_gpx_clicked();
+    // Opens the map window, made on first use; says why if Marble can't show one.
+    void on_map_clicked();
     void about();
 
     void update_source_controls();
@@ -122,6 +128,12 @@ private slots:
     void on_cache_rebuilt(int assigned, int not_assigned, int total_entries);
     void on_mode_clicked(int order, bool checked);
     void show_help();
+
+    // Makes the photo's row current and scrolls it into view.
+    void show_photo_row(const QString &file);
+    // Puts a position picked on the map into the two fields, in the typed
+    // mode only; it then works as if typed.
+    void use_map_position(double latitude, double longitude);
 
 private:
     void build_head_bar();
@@ -145,6 +157,7 @@ private:
     std::function<void(int)> start_sync_progress(int total);
 
     vn::button_dark *settings_button = nullptr;
+    vn::button_dark *map_button = nullptr;
     vn::button_dark *about_button = nullptr;
     vn::button_dark *help_button = nullptr;
     vn::button_dark *sync_button = nullptr;
@@ -186,6 +199,11 @@ private:
     dialog_settings *settings_dialog = nullptr;
     QString last_image_load_path;
     QString last_gpx_load_path;
+
+    map_window *map_ = nullptr; // made on the first click of map_button
+    // The tracks that the chosen GPX entry stands for: the one track, or each
+    // track of the file when all were merged. The map draws them.
+    QList<gpx_track> chosen_tracks_;
 
     bool flow_running_ = false;
     QList<QStringList> pending_loads_;

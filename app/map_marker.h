@@ -15,8 +15,8 @@ struct map_marker
     static constexpr int kind_count = 4;
 
     kind_type kind = own;
-    QString file;      // full path
-    QString indicator; // as the table shows it
+    QString file;         // full path
+    QString indicator;    // as the table shows it
     double latitude = 0;  // degrees
     double longitude = 0; // degrees
     QPointF world;        // map_projection::to_world(latitude, longitude)

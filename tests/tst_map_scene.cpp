@@ -43,23 +43,23 @@ cache_entry entry_of(const QString &file, const QString &spec)
 
 void tst_map_scene::build_data()
 {
-    QTest::addColumn<QStringList>("rows");    // table order; file i is "f<i>"
-    QTest::addColumn<QString>("expected");    // per marker: kind, file, source/follower
-    QTest::addColumn<QList<int>>("counts");   // without position, cleared, off map
+    QTest::addColumn<QStringList>("rows");  // table order; file i is "f<i>"
+    QTest::addColumn<QString>("expected");  // per marker: kind, file, source/follower
+    QTest::addColumn<QList<int>>("counts"); // without position, cleared, off map
     QTest::addRow("every kind") << QStringList{"←48,11", "↑48,11<f0>", "G47.5,8.1", "=1,2"}
                                 << "0f0 1f1:0/0 2f2 3f3" << QList<int>{0, 0, 0};
     // Followers count per source, in table order, whatever the arrow.
     QTest::addRow("followers") << QStringList{"↓48,11<f3>", "←49,12", "↑49,12<f1>", "←48,11",
                                               "↑48,11<f3>"}
                                << "1f0:3/0 0f1 1f2:1/0 0f3 1f4:3/1" << QList<int>{0, 0, 0};
-    QTest::addRow("no position, cleared") << QStringList{"?", "=,", "←10,10"} << "0f2"
-                                          << QList<int>{1, 1, 0};
-    QTest::addRow("missing from the cache") << QStringList{"", "←10,10"} << "0f1"
-                                            << QList<int>{1, 0, 0};
+    QTest::addRow("no position, cleared")
+        << QStringList{"?", "=,", "←10,10"} << "0f2" << QList<int>{1, 1, 0};
+    QTest::addRow("missing from the cache")
+        << QStringList{"", "←10,10"} << "0f1" << QList<int>{1, 0, 0};
     // A source off the map takes its followers with it: they carry its position.
-    QTest::addRow("off the map")
-        << QStringList{"←91,0", "↑91,0<f0>", "Gnan,1", "=1,181", "←-90,-180"} << "0f4"
-        << QList<int>{0, 0, 4};
+    QTest::addRow("off the map") << QStringList{"←91,0", "↑91,0<f0>", "Gnan,1", "=1,181",
+                                                "←-90,-180"}
+                                 << "0f4" << QList<int>{0, 0, 4};
 }
 
 void tst_map_scene::build()
@@ -100,14 +100,22 @@ void tst_map_scene::world_position_data()
     QTest::addColumn<QString>("lat");
     QTest::addColumn<QString>("lon");
     QTest::addColumn<bool>("placed");
-    QTest::addRow("corner") << "-90" << "180" << true;
-    QTest::addRow("blanks around") << " 48.5 " << "11" << true;
-    QTest::addRow("latitude beyond") << "90.000001" << "0" << false;
-    QTest::addRow("longitude beyond") << "0" << "-180.000001" << false;
-    QTest::addRow("not a number") << "nan" << "1" << false;
-    QTest::addRow("infinite") << "1" << "inf" << false;
-    QTest::addRow("text") << "48°N" << "1" << false;
-    QTest::addRow("empty") << "" << "1" << false;
+    QTest::addRow("corner") << "-90"
+                            << "180" << true;
+    QTest::addRow("blanks around") << " 48.5 "
+                                   << "11" << true;
+    QTest::addRow("latitude beyond") << "90.000001"
+                                     << "0" << false;
+    QTest::addRow("longitude beyond") << "0"
+                                      << "-180.000001" << false;
+    QTest::addRow("not a number") << "nan"
+                                  << "1" << false;
+    QTest::addRow("infinite") << "1"
+                              << "inf" << false;
+    QTest::addRow("text") << "48°N"
+                          << "1" << false;
+    QTest::addRow("empty") << ""
+                           << "1" << false;
 }
 
 void tst_map_scene::world_position()
@@ -120,8 +128,12 @@ void tst_map_scene::world_position()
 
 void tst_map_scene::lines_of()
 {
-    const gpx_track walk{"walk", {{"48", "179.9", {}}, {"48", "-179.9", {}}, {"x", "1", {}},
-                                   {"47", "-179", {}}, {"47.1", "-178", {}}}};
+    const gpx_track walk{"walk",
+                         {{"48", "179.9", {}},
+                          {"48", "-179.9", {}},
+                          {"x", "1", {}},
+                          {"47", "-179", {}},
+                          {"47.1", "-178", {}}}};
     const gpx_track alone{"alone", {{"10", "10", {}}}};
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("1 point\\(s\\) of the track \"walk\""));
     const QVector<QPolygonF> lines = map_scene::lines_of({walk, alone});

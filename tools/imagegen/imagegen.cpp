@@ -261,6 +261,24 @@ QPainterPath pin_path(qreal tip_x, qreal tip_y, qreal r, qreal hole)
     return pin;
 }
 
+// A map folded in three panels, the middle one raised, with a pin cut out of it.
+void folded_map(QPainter &p)
+{
+    p.setPen(Qt::NoPen);
+    p.setBrush(stencil);
+    p.drawPolygon(
+        QPolygonF({QPointF(0.5, 3.5), QPointF(6, 1.5), QPointF(11, 3.5), QPointF(16.5, 1.5),
+                   QPointF(16.5, 14), QPointF(11, 16), QPointF(6, 14), QPointF(0.5, 16)}));
+    cut(p);
+    QPen fold(Qt::black, 1.0);
+    fold.setCapStyle(Qt::FlatCap);
+    p.setPen(fold);
+    p.drawLine(QPointF(6, 1.5), QPointF(6, 14));
+    p.drawLine(QPointF(11, 3.5), QPointF(11, 16));
+    p.setPen(Qt::NoPen);
+    p.drawPath(pin_path(8.5, 12.5, 2.2, 0));
+}
+
 // A picture frame with a mountain and a sun in it.
 void photo(QPainter &p, const QRectF &r, qreal stroke, const QColor &c)
 {
@@ -520,6 +538,7 @@ registry all_images()
         head_icon, [](QPainter &p) { gear(p, QPointF(8.5, 8.5), 8.5, 5.6, 2.4, 8, 3.0); }};
     r["icon_about.png"] = {head_icon, [](QPainter &p) { disc_with_glyph(p, QStringLiteral("i")); }};
     r["icon_help.png"] = {head_icon, [](QPainter &p) { disc_with_glyph(p, QStringLiteral("?")); }};
+    r["icon_map.png"] = {head_icon, folded_map};
     r["icon_load.png"] = {QSize(14, 14), folder};
     r["icon_undo.png"] = {QSize(14, 14), [](QPainter &p) { back_arrow(p, 1.0, 2.0); }};
     r["header_sync.png"] = {QSize(119, 46), header_sync};
