@@ -374,7 +374,7 @@ void map_window::show_tooltip(const QPoint &pos, const QPoint &global_pos)
     QString text =
         tooltip_text(scene_, hits.first(), model_->date_text(scene_.markers.at(hits.first()).file));
     if (hits.size() > 1)
-        text += QLatin1Char('\n') + tr("%n more photo(s) here", nullptr, int(hits.size()) - 1);
+        text += QLatin1Char('\n') + tr("More photos here: %1").arg(hits.size() - 1);
     QToolTip::showText(global_pos, text, marble_);
 }
 

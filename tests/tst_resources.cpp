@@ -233,11 +233,12 @@ private slots:
 
         QTest::newRow("en") << ":/help/index_en.html"
                             << "Strg"
-                            << QStringList{"Ctrl + Q or Alt + F4", "Ctrl + O", "F1 or Ctrl + ?"};
+                            << QStringList{"Ctrl + Q or Alt + F4", "Ctrl + O", "F1 or Ctrl + ?",
+                                           "Ctrl + M"};
         QTest::newRow("de") << ":/help/index_de.html"
                             << "Ctrl"
-                            << QStringList{"Strg + Q oder Alt + F4", "Strg + O",
-                                           "F1 oder Strg + ?"};
+                            << QStringList{"Strg + Q oder Alt + F4", "Strg + O", "F1 oder Strg + ?",
+                                           "Strg + M"};
     }
 
     void help_page()
@@ -268,7 +269,7 @@ private slots:
             QVERIFY(
                 links.at(i).toElement().attribute("href").startsWith("https://orvane.example/"));
 
-        // Header row plus the three shortcuts, keys in the first column.
+        // Header row plus the shortcuts, keys in the first column.
         const QDomNodeList rows = doc.elementsByTagName(QStringLiteral("tr"));
         QCOMPARE(rows.size(), 1 + keys.size());
         for (int i = 0; i < keys.size(); ++i) {
