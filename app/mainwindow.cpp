@@ -493,7 +493,7 @@ void MainWindow::build_table()
     table_view->setStyleSheet(QStringLiteral(
         "*{  alternate-background-color: rgb(68, 68, 68);  background-color: rgb(38, 38, 38);}"
         "QTableView::item {  padding-left: 1em;  border: 0px;  border-right: 1px solid black;}"
-        "QTableView::item:selected {  background-color: rgb(91, 91, 91);"
+        "QTableView::item:selected {  background-color: rgb(86, 106, 102);"
         "  color: rgb(240, 240, 240);}"));
     table_view->setModel(model);
     table_view->resizeColumnsToContents();

@@ -71,7 +71,8 @@ map_window::map_window(const table_data_model *model, QWidget *parent)
     setStyleSheet(tooltip_rule); // the markers' tooltips
 
     auto *bar = new QWidget(this);
-    build_bar(bar);
+    auto *legend_bar = new QWidget(this);
+    build_bars(bar, legend_bar);
 
     marble_ = new Marble::MarbleWidget(this);
     marble_->setObjectName(QStringLiteral("map_marble"));
@@ -88,6 +89,7 @@ map_window::map_window(const table_data_model *model, QWidget *parent)
     column->setSpacing(0);
     column->addWidget(bar);
     column->addWidget(marble_, 1);
+    column->addWidget(legend_bar);
 
     set_theme(openstreetmap);
     connect(model_, &table_data_model::cache_rebuilt, this, [this] {
@@ -111,16 +113,16 @@ map_window::~map_window()
     marble_->removeLayer(layer_.get());
 }
 
-void map_window::build_bar(QWidget *bar)
+void map_window::build_bars(QWidget *bar, QWidget *legend_bar)
 {
-    bar->setObjectName(QStringLiteral("map_bar"));
-    bar->setAttribute(Qt::WA_StyledBackground);
-    bar->setStyleSheet(QStringLiteral("#map_bar{background-color:rgb(47,47,47);}"
-                                      "QLabel,QComboBox{color:rgb(198,213,210);}") +
-                       tooltip_rule);
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(8, 5, 8, 5);
-    row->setSpacing(10);
+    const QString sheet = QStringLiteral("#map_bar{background-color:rgb(47,47,47);}"
+                                         "QLabel,QComboBox{color:rgb(198,213,210);}") +
+                          tooltip_rule;
+    for (QWidget *b : {bar, legend_bar}) {
+        b->setObjectName(QStringLiteral("map_bar"));
+        b->setAttribute(Qt::WA_StyledBackground);
+        b->setStyleSheet(sheet);
+    }
 
     theme_box_ = new vn::combobox(bar);
     theme_box_->setObjectName(QStringLiteral("map_theme_box"));
@@ -130,18 +132,22 @@ void map_window::build_bar(QWidget *bar)
                               "the plain map needs no network"));
     theme_box_->setFixedHeight(22);
     connect(theme_box_, qOverload<int>(&QComboBox::activated), this, &map_window::set_theme);
+    attribution_label_ = new QLabel(tr("© OpenStreetMap contributors"), bar);
+    attribution_label_->setStyleSheet(QStringLiteral("color: rgb(146,152,148);"));
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(8, 5, 8, 5);
+    row->addWidget(theme_box_);
+    row->addStretch(1);
+    row->addWidget(attribution_label_);
 
-    legend_label_ = new QLabel(bar);
+    legend_label_ = new QLabel(legend_bar);
     legend_label_->setObjectName(QStringLiteral("map_legend"));
     legend_label_->setTextFormat(Qt::RichText);
     // The legend gives way when the window is narrow, rather than widen it.
     legend_label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    attribution_label_ = new QLabel(tr("© OpenStreetMap contributors"), bar);
-    attribution_label_->setStyleSheet(QStringLiteral("color: rgb(146,152,148);"));
-
-    row->addWidget(theme_box_);
-    row->addWidget(legend_label_, 1);
-    row->addWidget(attribution_label_);
+    auto *legend_row = new QHBoxLayout(legend_bar);
+    legend_row->setContentsMargins(8, 5, 8, 5);
+    legend_row->addWidget(legend_label_);
 }
 
 QString map_window::unavailable_reason()
@@ -343,8 +349,12 @@ void map_window::click_at(const QPointF &screen)
 
 void map_window::use_position_at(const QPointF &screen)
 {
-    const QPointF world = view().world_at(screen);
-    emit position_picked(map_projection::latitude_of(world), map_projection::longitude_of(world));
+    // Marble's own answer for the pixel, which is what the user sees under the
+    // pointer; beside the Mercator square there is no position to take.
+    qreal longitude = 0, latitude = 0;
+    if (marble_->geoCoordinates(qRound(screen.x()), qRound(screen.y()), longitude, latitude,
+                                Marble::GeoDataCoordinates::Degree))
+        emit position_picked(latitude, longitude);
 }
 
 void map_window::show_menu(const QPoint &pos, const QPoint &global_pos)

@@ -86,7 +86,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    void build_bar(QWidget *bar);
+    void build_bars(QWidget *bar, QWidget *legend_bar);
     void click_at(const QPointF &screen);
     void use_position_at(const QPointF &screen);
     void show_menu(const QPoint &pos, const QPoint &global_pos);
