@@ -13,8 +13,6 @@ class tst_map_scene : public QObject
 private slots:
     void build_data();
     void build();
-    void world_position_data();
-    void world_position();
     void lines_of();
     void projection_data();
     void projection();
@@ -93,37 +91,6 @@ void tst_map_scene::build()
     QCOMPARE(scene.kind_counts, kinds);
     QCOMPARE((QList<int>{scene.without_position, scene.cleared, scene.off_map}), counts);
     QCOMPARE(scene.has_bounds, !scene.markers.isEmpty());
-}
-
-void tst_map_scene::world_position_data()
-{
-    QTest::addColumn<QString>("lat");
-    QTest::addColumn<QString>("lon");
-    QTest::addColumn<bool>("placed");
-    QTest::addRow("corner") << "-90"
-                            << "180" << true;
-    QTest::addRow("blanks around") << " 48.5 "
-                                   << "11" << true;
-    QTest::addRow("latitude beyond") << "90.000001"
-                                     << "0" << false;
-    QTest::addRow("longitude beyond") << "0"
-                                      << "-180.000001" << false;
-    QTest::addRow("not a number") << "nan"
-                                  << "1" << false;
-    QTest::addRow("infinite") << "1"
-                              << "inf" << false;
-    QTest::addRow("text") << "48°N"
-                          << "1" << false;
-    QTest::addRow("empty") << ""
-                           << "1" << false;
-}
-
-void tst_map_scene::world_position()
-{
-    QFETCH(QString, lat);
-    QFETCH(QString, lon);
-    QFETCH(bool, placed);
-    QCOMPARE(map_scene::world_position(lat, lon).has_value(), placed);
 }
 
 void tst_map_scene::lines_of()

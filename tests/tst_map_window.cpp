@@ -18,7 +18,6 @@
 #include <marble/MarbleModel.h>
 #include <marble/MarbleWidget.h>
 #include <marble/RenderPlugin.h>
-#include <marble/ViewportParams.h>
 
 #include <QtTest>
 
@@ -36,8 +35,6 @@ private slots:
     void init();
     void render_data();
     void render();
-    void click_data();
-    void click();
     void zoom_past_the_theme();
     void extras_and_downloads_stay_off();
     void geometry_kept();
@@ -46,28 +43,6 @@ private slots:
 };
 
 namespace {
-
-QString add_photo(table_data_model &model, const QString &name, int seconds,
-                  const QString &lat = QString(), const QString &lon = QString())
-{
-    const QString path = QStringLiteral("/photos/") + name;
-    const QDateTime t = QDateTime(QDate(2020, 6, 1), QTime(12, 0), Qt::UTC).addSecs(seconds);
-    exif_tag_map values{{"rec_year", "2020"},
-                        {"rec_month", "6"},
-                        {"rec_day", "1"},
-                        {"rec_hour", QString::number(t.time().hour())},
-                        {"rec_minute", QString::number(t.time().minute())},
-                        {"rec_second", QString::number(t.time().second())}};
-    if (!lat.isEmpty()) {
-        values["has_gps_position"] = "true";
-        values["gps_lat"] = lat;
-        values["gps_lon"] = lon;
-        values["gps_numerical"] = lat + ", " + lon;
-    }
-    exif_cache::instance()->values[path] = values;
-    model.add_cached_file(path);
-    return path;
-}
 
 // Stand-in tiles in Marble's own tile folder: one flat colour around the
 // point, at every level Marble may ask for.
@@ -189,55 +164,11 @@ void tst_map_window::render()
         QVERIFY(at_zero != map_layer::colour_of(map_marker::kind_type(kind)));
 }
 
-void tst_map_window::click_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("on_marker");
-    QTest::addColumn<QString>("expected"); // "marker", "position" or nothing
-    QTest::addRow("marker") << int(table_data_model::sync_closest) << true << "marker";
-    QTest::addRow("typed mode, empty spot")
-        << int(table_data_model::sync_user_position) << false << "position";
-    QTest::addRow("closest mode, empty spot") << int(table_data_model::sync_closest) << false << "";
-}
-
-void tst_map_window::click()
-{
-    QFETCH(int, mode);
-    QFETCH(bool, on_marker);
-    QFETCH(QString, expected);
-
-    table_data_model model;
-    const QString photo = add_photo(model, "own.jpg", 0, "47.5", "8.5");
-    add_photo(model, "other.jpg", 60);
-    model.gps_sync_order_changed(mode);
-    map_window window(&model);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QSignalSpy markers(&window, &map_window::marker_clicked);
-    QSignalSpy positions(&window, &map_window::position_picked);
-
-    const QPoint at = on_marker
-                          ? window.view().to_screen(map_projection::to_world(47.5, 8.5)).toPoint()
-                          : QPoint(37, 41);
-    QTest::mouseClick(window.marble_, Qt::LeftButton, {}, at);
-    QCOMPARE(markers.count(), int(expected == "marker"));
-    QCOMPARE(positions.count(), int(expected == "position"));
-    if (expected == "marker")
-        QCOMPARE(markers.first().first().toString(), photo);
-    if (expected == "position") {
-        qreal lon = 0, lat = 0;
-        QVERIFY(window.marble_->geoCoordinates(at.x(), at.y(), lon, lat));
-        QVERIFY(std::fabs(positions.first().at(0).toDouble() - lat) < 1e-4);
-        QVERIFY(std::fabs(positions.first().at(1).toDouble() - lon) < 1e-4);
-    }
-}
-
 // The plain theme stops at about 50 km across; the wheel goes on to street
 // level, and the point under the mouse stays under it.
 void tst_map_window::zoom_past_the_theme()
 {
     table_data_model model;
-    add_photo(model, "own.jpg", 0, "47.5", "8.5");
     map_window window(&model);
     window.set_theme(map_window::plain);
     window.show();
@@ -295,8 +226,8 @@ void tst_map_window::geometry_kept()
 
 // Corpus photos through the real ExifTool: the map opens with Ctrl+M, a
 // marker click picks the table row, a double-click on the row centres the
-// map, a click in the typed mode types the position, and "all tracks" draws
-// every track of the file.
+// map, a click in the typed mode types the position Marble reads under the
+// pointer (within 1e-4 degrees), and "all tracks" draws every track of the file.
 void tst_map_window::main_window()
 {
     QTemporaryDir dir;
@@ -333,6 +264,8 @@ void tst_map_window::main_window()
     QCOMPARE(window.table_view->selectionModel()->selectedRows(),
              QModelIndexList{window.model->index(row, 0)});
 
+    QTest::mouseClick(map.marble_, Qt::LeftButton, {}, QPoint(20, 30));
+    QCOMPARE(window.latitude_edit->text(), QString()); // only the typed mode takes a position
     window.position_radio->click();
     QTest::mouseClick(map.marble_, Qt::LeftButton, {}, QPoint(20, 30));
     qreal lon = 0, lat = 0;
