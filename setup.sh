@@ -10,6 +10,7 @@ loxmere_packages=(
     libimage-exiftool-perl fonts-freefont-ttf tzdata
     gpsbabel libkf5archive-dev
     desktop-file-utils appstream lintian dpkg-dev file
+    libmarble-dev libmarblewidget-qt5-28 marble-plugins
 )
 
 loxmere_install_missing() {

@@ -30,6 +30,13 @@ int main(int argc, char **argv)
 
     // Only takes effect before the application object exists.
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    // Marble's map widget starts QtWebEngine, which wants the contexts shared
+    // from the start and refuses to run as root inside its sandbox. Loxmere
+    // never shows web content, so the sandbox guards nothing here; without
+    // this, opening the map ends the program when it runs as root.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts, true);
+    if (!qEnvironmentVariableIsSet("QTWEBENGINE_DISABLE_SANDBOX"))
+        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
 
     vn::application<MainWindow> app(argc, argv);
 

@@ -10,6 +10,7 @@
 #include "gpx_choice.h"
 #include "input_discarder.h"
 #include "language.h"
+#include "map_window.h"
 #include "model/exif_cache.h"
 #include "model/gps_pos.h"
 #include "model/table_data_model.h"
@@ -207,7 +208,7 @@ MainWindow::~MainWindow()
 
 void MainWindow::build_head_bar()
 {
-    head_layout = new vn::qt::layout(4, false);
+    head_layout = new vn::qt::layout(5, false);
 
     settings_button = make_icon_button(tr("Show settings dialog"),
                                        QStringLiteral(":/images/icon_settings.png"), this);
@@ -217,8 +218,11 @@ void MainWindow::build_head_bar()
                                     QStringLiteral(":/images/icon_about.png"), this);
     help_button = make_icon_button(tr("Display the help page for this program"),
                                    QStringLiteral(":/images/icon_help.png"), this);
+    map_button = make_icon_button(tr("Show the photos and the track on a map (Ctrl+M)"),
+                                  QStringLiteral(":/images/icon_map.png"), this);
     settings_button->setObjectName(QStringLiteral("settings_button"));
     cameras_button->setObjectName(QStringLiteral("cameras_button"));
+    map_button->setObjectName(QStringLiteral("map_button"));
     about_button->setObjectName(QStringLiteral("about_button"));
     help_button->setObjectName(QStringLiteral("help_button"));
 
@@ -228,6 +232,9 @@ void MainWindow::build_head_bar()
     head_layout->column_width() = 32;
     head_layout->add(
         vn::qt::cell(cameras_button, kw::size = {27, 27}, kw::margin_top = 5, kw::margin_left = 5));
+    head_layout->column_width() = 32;
+    head_layout->add(
+        vn::qt::cell(map_button, kw::size = {27, 27}, kw::margin_top = 5, kw::margin_left = 5));
     head_layout->add(
         vn::qt::cell(about_button, kw::size = {27, 27}, kw::margin_top = 5, kw::margin_right = 5));
     head_layout->column_width() = 32;
@@ -511,11 +518,15 @@ void MainWindow::build_table()
     table_view->setDropIndicatorShown(false);
     table_view->setAlternatingRowColors(true);
     table_view->setCornerButtonEnabled(false);
-    table_view->setSelectionMode(QAbstractItemView::NoSelection);
+    // One row at a time is current: the photo picked on the map.
+    table_view->setSelectionMode(QAbstractItemView::SingleSelection);
+    table_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_view->verticalHeader()->setVisible(false);
     table_view->setStyleSheet(QStringLiteral(
         "*{  alternate-background-color: rgb(68, 68, 68);  background-color: rgb(38, 38, 38);}"
-        "QTableView::item {  padding-left: 1em;  border: 0px;  border-right: 1px solid black;}"));
+        "QTableView::item {  padding-left: 1em;  border: 0px;  border-right: 1px solid black;}"
+        "QTableView::item:selected {  background-color: rgb(86, 106, 102);"
+        "  color: rgb(240, 240, 240);}"));
     table_view->setModel(model);
     table_view->resizeColumnsToContents();
     table_view->horizontalHeader()->setSortIndicator(1, Qt::AscendingOrder);
@@ -587,6 +598,11 @@ void MainWindow::make_connections()
 {
     connect(settings_button, &QAbstractButton::clicked, this, &MainWindow::on_settings_clicked);
     connect(cameras_button, &QAbstractButton::clicked, this, &MainWindow::on_cameras_clicked);
+    connect(map_button, &QAbstractButton::clicked, this, &MainWindow::on_map_clicked);
+    connect(table_view, &QAbstractItemView::doubleClicked, this, [this](const QModelIndex &index) {
+        if (map_ && map_->isVisible())
+            map_->center_on(model->files().value(index.row()));
+    });
     connect(about_button, &QAbstractButton::clicked, this, &MainWindow::about);
     connect(help_button, &QAbstractButton::clicked, this, &MainWindow::show_help);
     connect(load_button, &QAbstractButton::clicked, this, &MainWindow::on_load_clicked);
@@ -635,6 +651,9 @@ void MainWindow::make_shortcuts()
         help->setContext(Qt::WindowShortcut);
         connect(help, &QShortcut::activated, help_button, [this] { emit help_button->clicked(); });
     }
+    auto *map = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_M), this);
+    map->setContext(Qt::WindowShortcut);
+    connect(map, &QShortcut::activated, map_button, [this] { emit map_button->clicked(); });
     auto *quit = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_Q), this);
     quit->setContext(Qt::WindowShortcut);
     connect(quit, &QShortcut::activated, qApp, &QCoreApplication::quit);
@@ -800,6 +819,9 @@ void MainWindow::run_load(const QStringList &files)
         positioned += entry.position.lat.isEmpty() ? 0 : 1;
     qInfo("%s: Took %d of %d file(s); the table holds %d, %d of them with a position.",
           Q_FUNC_INFO, taken, int(files.size()), model->rowCount(), positioned);
+
+    if (map_ && map_->isVisible())
+        map_->fit_view();
 }
 
 void MainWindow::closeEvent(QCloseEvent *e)
@@ -1175,8 +1197,54 @@ void MainWindow::on_load_gpx_clicked()
         chosen = gpx_choice::chosen_tracks(tracks, text);
     }
     chosen_tracks_ = chosen;
+    if (map_)
+        map_->set_tracks(chosen_tracks_);
     gpx_name_edit->setText(track.name);
     model->set_gpx_track(track); // rebuilds the preview
+    if (map_ && map_->isVisible())
+        map_->fit_view();
+}
+
+// ----------------------------------------------------------------------- map
+
+void MainWindow::on_map_clicked()
+{
+    if (!map_) {
+        const QString reason = map_window::unavailable_reason();
+        if (!reason.isEmpty()) {
+            qWarning("%s: No map: %s", Q_FUNC_INFO, qUtf8Printable(reason));
+            show_warning(this, tr("Map"),
+                         tr("The map can't be shown. %1\n\nEverything else works without it. "
+                            "The map needs Marble's data and plugins (on Debian the packages "
+                            "marble-qt-data and marble-plugins).")
+                             .arg(reason));
+            return;
+        }
+        map_ = new map_window(model, this);
+        connect(map_, &map_window::marker_clicked, this, &MainWindow::show_photo_row);
+        connect(map_, &map_window::position_picked, this, &MainWindow::use_map_position);
+        map_->set_tracks(chosen_tracks_);
+    }
+    map_->show();
+    map_->raise();
+    map_->activateWindow();
+}
+
+void MainWindow::show_photo_row(const QString &file)
+{
+    const int row = model->files().indexOf(file);
+    if (row < 0)
+        return;
+    table_view->selectRow(row);
+    table_view->scrollTo(model->index(row, 0), QAbstractItemView::PositionAtCenter);
+}
+
+void MainWindow::use_map_position(double latitude, double longitude)
+{
+    if (sync_order != quint32(sync_mode::sync_user_position))
+        return;
+    latitude_edit->setText(QString::number(latitude, 'f', 6));
+    longitude_edit->setText(QString::number(longitude, 'f', 6));
 }
 
 // Runs the About box modally; it is made anew at each click and gone after.

@@ -35,6 +35,7 @@ class layout;
 
 class dialog_settings;
 class drop_files_widget;
+class map_window;
 class table_data_model;
 
 // The program's one window and the owner of all its flows: three bands (head
@@ -58,6 +59,7 @@ class MainWindow : public vn::main_window
     friend class tst_mainwindow;
     friend class tst_mainwindow_state;
     friend class tst_flows;
+    friend class tst_map_window;
 
 public:
     explicit MainWindow(QWidget *parent = nullptr);
@@ -141,6 +143,8 @@ private slots:
     // Reads track files and hands one of their tracks, or all merged, to the
     // model. Blocks while GPSBabel converts; tells which files gave nothing.
     void on_load_gpx_clicked();
+    // Opens the map window, made on first use; says why if Marble can't show one.
+    void on_map_clicked();
     void about();
 
     void update_source_controls();
@@ -149,6 +153,12 @@ private slots:
     void on_cache_rebuilt(int assigned, int not_assigned, int total_entries);
     void on_mode_clicked(int order, bool checked);
     void show_help();
+
+    // Makes the photo's row current and scrolls it into view.
+    void show_photo_row(const QString &file);
+    // Puts a position picked on the map into the two fields, in the typed
+    // mode only; it then works as if typed.
+    void use_map_position(double latitude, double longitude);
 
 private:
     void build_head_bar();
@@ -180,6 +190,7 @@ private:
 
     vn::button_dark *settings_button = nullptr;
     vn::button_dark *cameras_button = nullptr;
+    vn::button_dark *map_button = nullptr;
     vn::button_dark *about_button = nullptr;
     vn::button_dark *help_button = nullptr;
     vn::button_dark *sync_button = nullptr;
@@ -227,6 +238,7 @@ private:
     // of all files loaded together when the merge was chosen.
     QList<gpx_track> chosen_tracks_;
 
+    map_window *map_ = nullptr; // made on the first click of map_button
     bool flow_running_ = false;
     QList<QStringList> pending_loads_;
     bool close_pending_ = false;

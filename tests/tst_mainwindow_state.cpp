@@ -174,6 +174,7 @@ private slots:
         QTest::addColumn<QString>("button");
         // Ctrl+O opens the file dialog even while the load button is disabled.
         QTest::addRow("ctrl+o") << int(Qt::Key_O) << int(Qt::ControlModifier) << "load_button";
+        QTest::addRow("ctrl+m") << int(Qt::Key_M) << int(Qt::ControlModifier) << "map_button";
         QTest::addRow("f1") << int(Qt::Key_F1) << int(Qt::NoModifier) << "help_button";
         QTest::addRow("ctrl+?") << int(Qt::Key_Question) << int(Qt::ControlModifier)
                                 << "help_button";
@@ -191,6 +192,7 @@ private slots:
         window.load_button->setEnabled(false);
         // The help page would open a browser: only the button's signal is watched.
         disconnect(window.help_button, nullptr, &window, nullptr);
+        disconnect(window.map_button, nullptr, &window, nullptr); // tst_map_window opens the map
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
 

@@ -60,6 +60,7 @@ private slots:
             {":/images/icon_cameras.png", none, {27, 27}},
             {":/images/icon_about.png", none, {27, 27}},
             {":/images/icon_help.png", none, {27, 27}},
+            {":/images/icon_map.png", none, {27, 27}},
             // The same load icon sits on the 25x24 drop-area button and the 22x23 GPX button.
             {":/images/icon_load.png", none, {22, 23}},
             {":/images/icon_undo.png", none, {25, 24}},

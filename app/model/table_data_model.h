@@ -96,6 +96,9 @@ public:
     // else the IPTC zone), else in the clock's zone; then corrected.
     static QDateTime recording_datetime(const exif_tag_map &values,
                                         const camera_clock &clock = camera_clock());
+    // The date as the table's date column shows it: "2015-06-01 12:34:56  UTC+02:00",
+    // or "-" when the format gives no text.
+    QString date_text(const QDateTime &date) const;
 
     // `files` ordered by recording date as QDateTime::operator< orders them
     // (invalid dates first), ascending or descending. Equal dates keep no
@@ -155,7 +158,6 @@ private:
     void store_results(const assignment::result &result);
 
     void insert_file(const QString &file, bool read_metadata);
-    QString date_text(const QDateTime &date) const;
     QString date_tooltip(const photo_fact &fact) const;
 
     QStringList files_;

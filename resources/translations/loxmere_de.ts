@@ -317,6 +317,22 @@ Diese Änderungen jetzt rückgängig machen oder behalten?</translation>
         <source>Keep them</source>
         <translation>Behalten</translation>
     </message>
+    <message>
+        <source>Show the photos and the track on a map (Ctrl+M)</source>
+        <translation>Fotos und Track auf einer Karte zeigen (Strg+M)</translation>
+    </message>
+    <message>
+        <source>Map</source>
+        <translation>Karte</translation>
+    </message>
+    <message>
+        <source>The map can&apos;t be shown. %1
+
+Everything else works without it. The map needs Marble&apos;s data and plugins (on Debian the packages marble-qt-data and marble-plugins).</source>
+        <translation>Die Karte kann nicht angezeigt werden. %1
+
+Alles andere funktioniert auch ohne sie. Die Karte braucht die Daten und Plugins von Marble (unter Debian die Pakete marble-qt-data und marble-plugins).</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>
@@ -555,6 +571,97 @@ Die Anwendung muss neu gestartet werden, um die neue Sprache zu verwenden.</tran
     <message>
         <source>Line %1: A control character, which XML doesn&apos;t allow.</source>
         <translation>Zeile %1: Ein Steuerzeichen, das XML nicht erlaubt.</translation>
+    </message>
+</context>
+<context>
+    <name>map_window</name>
+    <message>
+        <source>Map</source>
+        <translation>Karte</translation>
+    </message>
+    <message>
+        <source>OpenStreetMap</source>
+        <translation>OpenStreetMap</translation>
+    </message>
+    <message>
+        <source>Plain map (offline)</source>
+        <translation>Einfache Karte (offline)</translation>
+    </message>
+    <message>
+        <source>OpenStreetMap downloads its tiles when the computer is online; the plain map needs no network</source>
+        <translation>OpenStreetMap lädt seine Kacheln, wenn der Computer online ist; die einfache Karte braucht kein Netz</translation>
+    </message>
+    <message>
+        <source>© OpenStreetMap contributors</source>
+        <translation>© OpenStreetMap-Mitwirkende</translation>
+    </message>
+    <message>
+        <source>Marble&apos;s map data is missing (%1 in %2).</source>
+        <translation>Die Kartendaten von Marble fehlen (%1 in %2).</translation>
+    </message>
+    <message>
+        <source>Marble&apos;s plugins are missing (%1 in %2).</source>
+        <translation>Die Plugins von Marble fehlen (%1 in %2).</translation>
+    </message>
+    <message>
+        <source>Own position: %1</source>
+        <translation>Eigene Position: %1</translation>
+    </message>
+    <message>
+        <source>From a photo: %1</source>
+        <translation>Von einem Foto: %1</translation>
+    </message>
+    <message>
+        <source>From the track: %1</source>
+        <translation>Vom Track: %1</translation>
+    </message>
+    <message>
+        <source>Typed: %1</source>
+        <translation>Eingegeben: %1</translation>
+    </message>
+    <message>
+        <source>No position: %1</source>
+        <translation>Ohne Position: %1</translation>
+    </message>
+    <message>
+        <source>GPS data to be removed: %1</source>
+        <translation>GPS-Daten werden entfernt: %1</translation>
+    </message>
+    <message>
+        <source>Position out of range: %1</source>
+        <translation>Position außerhalb des Bereichs: %1</translation>
+    </message>
+    <message>
+        <source>Own position</source>
+        <translation>Eigene Position</translation>
+    </message>
+    <message>
+        <source>From the photo above: %1</source>
+        <translation>Vom Foto darüber: %1</translation>
+    </message>
+    <message>
+        <source>From the photo below: %1</source>
+        <translation>Vom Foto darunter: %1</translation>
+    </message>
+    <message>
+        <source>From the GPX track</source>
+        <translation>Vom GPX-Track</translation>
+    </message>
+    <message>
+        <source>Typed position</source>
+        <translation>Eingegebene Position</translation>
+    </message>
+    <message>
+        <source>Use this position</source>
+        <translation>Diese Position verwenden</translation>
+    </message>
+    <message>
+        <source>Show all photos and tracks</source>
+        <translation>Alle Fotos und Tracks zeigen</translation>
+    </message>
+    <message>
+        <source>More photos here: %1</source>
+        <translation>Weitere Fotos hier: %1</translation>
     </message>
 </context>
 <context>

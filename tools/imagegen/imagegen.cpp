@@ -283,6 +283,24 @@ QPainterPath pin_path(qreal tip_x, qreal tip_y, qreal r, qreal hole)
     return pin;
 }
 
+// A map folded in three panels, the middle one raised, with a pin cut out of it.
+void folded_map(QPainter &p)
+{
+    p.setPen(Qt::NoPen);
+    p.setBrush(stencil);
+    p.drawPolygon(
+        QPolygonF({QPointF(0.5, 3.5), QPointF(6, 1.5), QPointF(11, 3.5), QPointF(16.5, 1.5),
+                   QPointF(16.5, 14), QPointF(11, 16), QPointF(6, 14), QPointF(0.5, 16)}));
+    cut(p);
+    QPen fold(Qt::black, 1.0);
+    fold.setCapStyle(Qt::FlatCap);
+    p.setPen(fold);
+    p.drawLine(QPointF(6, 1.5), QPointF(6, 14));
+    p.drawLine(QPointF(11, 3.5), QPointF(11, 16));
+    p.setPen(Qt::NoPen);
+    p.drawPath(pin_path(8.5, 12.5, 2.2, 0));
+}
+
 // What a photo shows: a mountain standing on the bottom of `in` and, if asked
 // for, a sun in its upper right corner.
 void landscape(QPainter &p, const QRectF &in, const QColor &c, bool sun)
@@ -592,6 +610,7 @@ registry all_images()
     r["icon_about.png"] = {head_icon, [](QPainter &p) { disc_with_glyph(p, QStringLiteral("i")); }};
     r["icon_cameras.png"] = {head_icon, camera_clock_icon};
     r["icon_help.png"] = {head_icon, [](QPainter &p) { disc_with_glyph(p, QStringLiteral("?")); }};
+    r["icon_map.png"] = {head_icon, folded_map};
     r["icon_load.png"] = {QSize(14, 14), folder};
     r["icon_undo.png"] = {QSize(14, 14), [](QPainter &p) { back_arrow(p, 1.0, 2.0); }};
     r["header_sync.png"] = {QSize(119, 46), header_sync};
