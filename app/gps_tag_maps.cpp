@@ -183,6 +183,15 @@ exif_tag_map gps_tag_maps::exact_undo_tags(const exif_tag_map &read)
     return result;
 }
 
+exif_tag_map gps_tag_maps::exact_read_of(const exif_tag_map &numbers)
+{
+    exif_tag_map read;
+    for (auto it = numbers.cbegin(); it != numbers.cend(); ++it)
+        if (exact_read_names().contains(it.key().section(QLatin1Char(':'), 1)))
+            read.insert(read.cend(), it.key(), it.value());
+    return read;
+}
+
 exif_tag_map gps_tag_maps::sync_tags(const gps_pos &position, bool has_xmp_gps, bool user_position)
 {
     exif_tag_map tags;

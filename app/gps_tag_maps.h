@@ -51,6 +51,9 @@ public:
     // tag holds text; a number ExifTool read as empty (a rational of 0/0)
     // can't be written back, and is deleted.
     static exif_tag_map exact_undo_tags(const exif_tag_map &read);
+    // That read, made of the numbers a load took of the same tags (without
+    // the names outside exact_read_names()): exif_cache's `gps_numbers`.
+    static exif_tag_map exact_read_of(const exif_tag_map &numbers);
 
     // The position write for one photo: "GPSLatitude#", "GPSLatitudeRef",
     // "GPSLongitude#", "GPSLongitudeRef"; with `has_xmp_gps` also

@@ -14,6 +14,7 @@
 #include <QVariant>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -104,7 +105,7 @@ gps_writer::result gps_writer::write_positions(const table_data_model &model,
             cache.values.value(path).value(QStringLiteral("has_xmp_gps")) == QLatin1String("true");
         targets.append({path, gps_tag_maps::sync_tags(position, has_xmp_gps, user_position)});
     }
-    result done = write_files(QStringLiteral("sync"), targets, journal, progress, ask);
+    result done = write_files(QStringLiteral("sync"), targets, cache, journal, progress, ask);
     done.left_alone += refused.left_alone;
     done.failures = refused.failures + done.failures;
     return done;
@@ -118,14 +119,25 @@ gps_writer::result gps_writer::remove_gps(const table_data_model &model, write_j
     for (int row = 0; row < model.rowCount(); ++row)
         targets.append({model.data(model.index(row, 0), Qt::UserRole).toString(),
                         gps_tag_maps::remove_tags()});
-    return write_files(QStringLiteral("remove"), targets, journal, progress, ask);
+    const exif_cache cache = *exif_cache::instance(); // see write_positions
+    return write_files(QStringLiteral("remove"), targets, cache, journal, progress, ask);
 }
 
 gps_writer::result gps_writer::write_files(const QString &kind, const QList<target> &targets,
-                                           write_journal &journal,
+                                           const exif_cache &cache, write_journal &journal,
                                            const progress_function &progress,
                                            const ask_function &ask)
 {
+    // What the load read of a file, while the file is as it was then: the
+    // same numbers a read now would give, without ExifTool's time per file.
+    const auto known_numbers = [&cache](const QString &path) -> std::optional<exif_tag_map> {
+        const auto stamp = cache.stamps.constFind(path);
+        const auto numbers = cache.gps_numbers.constFind(path);
+        if (stamp == cache.stamps.cend() || numbers == cache.gps_numbers.cend() ||
+            !stamp->is_valid() || *stamp != write_journal::stamp::of(path))
+            return std::nullopt;
+        return gps_tag_maps::exact_read_of(*numbers);
+    };
     result done;
     const int steps = 2 * int(targets.size());
     int step = 0;
@@ -144,9 +156,10 @@ gps_writer::result gps_writer::write_files(const QString &kind, const QList<targ
                 {t.path, tr("ExifTool's temporary file '%1' is in the way, left by an earlier "
                             "write that was cut off")
                              .arg(QFileInfo(leftover_path(t.path)).fileName())});
-        } else if (const std::optional<exif_tag_map> read =
-                       vn::exiftool::read_numeric_tags(t.path, gps_tag_maps::exact_read_tags(),
-                                                       &why, gps_tag_maps::exact_read_names())) {
+        } else if (std::optional<exif_tag_map> read = known_numbers(t.path);
+                   read || (read = vn::exiftool::read_numeric_tags(
+                                t.path, gps_tag_maps::exact_read_tags(), &why,
+                                gps_tag_maps::exact_read_names()))) {
             write_journal::entry entry;
             entry.path = t.path;
             entry.tags = gps_tag_maps::exact_undo_tags(*read);

@@ -11,6 +11,7 @@
 
 #include <functional>
 
+class exif_cache;
 class table_data_model;
 
 // The loops of the three flows that change files: write the previewed
@@ -70,11 +71,13 @@ public:
 
     // The loop of both: files that can't be written or read fail first;
     // the others are read, recorded under `kind` ("sync" or "remove") and
-    // written. Files with ExifTool's temporary file beside them are left
-    // alone: the leftover isn't this run's.
+    // written. A file whose stamp is still the one `cache` took with its
+    // load isn't read again: the numbers of that read stand. Files with
+    // ExifTool's temporary file beside them are left alone: the leftover
+    // isn't this run's.
     static result write_files(const QString &kind, const QList<target> &targets,
-                              write_journal &journal, const progress_function &progress,
-                              const ask_function &ask);
+                              const exif_cache &cache, write_journal &journal,
+                              const progress_function &progress, const ask_function &ask);
 
     // Writes back what the journal holds of each file that was written,
     // or reached by a write that was cut off, in ascending path order, and

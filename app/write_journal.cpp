@@ -107,17 +107,6 @@ bool read_mark(const QList<QByteArray> &fields, QList<write_journal::entry> *ent
 
 } // namespace
 
-write_journal::stamp write_journal::stamp::of(const QString &file)
-{
-    const QFileInfo info(file);
-    stamp result;
-    if (info.isFile()) {
-        result.size = info.size();
-        result.modified_ms = info.lastModified().toMSecsSinceEpoch();
-    }
-    return result;
-}
-
 QString write_journal::default_path()
 {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/file_stamp.h"
+
 #include <vn/exif_tag_map.h>
 
 #include <QByteArray>
@@ -54,19 +56,7 @@ public:
     static constexpr int format_version = 1;
 
     // What the file system says of a file, to tell whether it changed.
-    struct stamp
-    {
-        qint64 size = -1;
-        qint64 modified_ms = -1;
-
-        static stamp of(const QString &file); // invalid for a missing file
-        bool is_valid() const { return size >= 0; }
-        bool operator==(const stamp &other) const
-        {
-            return size == other.size && modified_ms == other.modified_ms;
-        }
-        bool operator!=(const stamp &other) const { return !(*this == other); }
-    };
+    using stamp = file_stamp;
 
     enum class state {
         pending, // not marked: not reached, or cut off while it was written

@@ -184,7 +184,8 @@ int main(int argc, char **argv)
             for (const QString &file : qAsConst(files)) {
                 const std::string path = file.toStdString();
                 reply_bytes += raw.run(path + "\n").size();
-                reply_bytes += raw.run("-G1\n-a\n" + path + "\n").size();
+                reply_bytes +=
+                    raw.run("-G1\n-a\n-all\n-GPS:all#\n-XMP:GPS*#\n" + path + "\n").size();
             }
             raw_ms.push_back(std::chrono::duration<double, std::milli>(
                                  std::chrono::steady_clock::now() - raw_start)

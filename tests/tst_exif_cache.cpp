@@ -1,3 +1,4 @@
+#include "gps_tag_maps.h"
 #include "model/exif_cache.h"
 #include "stream_capture.h"
 
@@ -327,6 +328,11 @@ void tst_exif_cache::corpus_files()
     }
     const exif_tag_map values = exif_cache::instance()->values.value(file);
     check(file, values, expected + ";has_data=true");
+    // The numbers kept for a write flow are those its own read would give.
+    const std::optional<exif_tag_map> read = vn::exiftool::read_numeric_tags(
+        file, gps_tag_maps::exact_read_tags(), nullptr, gps_tag_maps::exact_read_names());
+    QVERIFY(read && exif_cache::instance()->stamps.contains(file));
+    QCOMPARE(gps_tag_maps::exact_read_of(exif_cache::instance()->gps_numbers.value(file)), *read);
     QCOMPARE(values.value("has_gps_position"), position.isEmpty() ? "" : "true");
     if (position.isEmpty())
         return;

@@ -70,6 +70,7 @@ private slots:
 
     void between_points_data();
     void between_points();
+
 public:
     // In a child process: syncs every file of `folder` through a window,
     // printing "step N" as the progress moves, until it is killed.
@@ -727,10 +728,16 @@ void tst_flows::files_changed_after_loading()
     const QString blocked = copy_photo("Olympus_C8080WZ.jpg", "blocked.jpg");
     const QString good = copy_photo("Kodak_CX7530.jpg", "good.jpg");
     const QString changed = copy_photo("Apple iPhone 4.jpg", "changed.jpg");
+    const QString moved = copy_photo("DSCN0010.jpg", "moved.jpg");
     use_position(window_, "33.5", "-7.25");
-    window_->load_files({gone, read_only, folder, truncated, refused, blocked, good, changed});
-    QCOMPARE(window_->model->rowCount(), 8);
+    window_->load_files(
+        {gone, read_only, folder, truncated, refused, blocked, good, changed, moved});
+    QCOMPARE(window_->model->rowCount(), 9);
     const exif_tag_map good_state = gps_state(good);
+    // Another program's position after the load: the undo must bring back
+    // this one, not the numbers the load read.
+    QVERIFY(vn::exiftool::write_tags(moved, {{"GPSLatitude#", "1.25"}}));
+    const exif_tag_map moved_state = gps_state(moved);
 
     QVERIFY(QFile::remove(gone));
     QVERIFY(QFile::setPermissions(read_only, QFile::ReadOwner)); // refused even for root
@@ -757,7 +764,7 @@ void tst_flows::files_changed_after_loading()
     QCOMPARE(vn::exiftool::read_tags(good, false).value("GPSLatitude"),
              QStringLiteral("33 deg 30' 0.00\" N"));
     QCOMPARE(results_.size(), 1);
-    QCOMPARE(results_.first().written, 2);
+    QCOMPARE(results_.first().written, 3);
     QMap<QString, QString> reasons;
     for (const gps_writer::failure &f : results_.first().failures)
         reasons[QFileInfo(f.path).fileName()] = f.reason;
@@ -777,9 +784,10 @@ void tst_flows::files_changed_after_loading()
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Not undoing '.*changed.jpg'"));
     window_->on_undo_clicked();
     QCOMPARE(state_difference(good_state, gps_state(good)), QString());
+    QCOMPARE(state_difference(moved_state, gps_state(moved)), QString());
     QVERIFY(file_hash(changed) == changed_hash);
     QCOMPARE(results_.size(), 2);
-    QCOMPARE(results_.last().written, 1);
+    QCOMPARE(results_.last().written, 2);
     QCOMPARE(results_.last().failures.size(), 1);
     QCOMPARE(results_.last().failures.first().path, changed);
 }
@@ -969,14 +977,11 @@ void tst_flows::between_points_data()
     QTest::addColumn<bool>("options"); // interpolation and altitude
     QTest::addColumn<QString>("expected");
     const QString visnjan = "around-visnjan-with-car.gpx";
-    QTest::addRow("nearest")
-        << visnjan << false
-        << "G  45.2734133229, 13.7141885050|45.2734133228417|7|1";
-    QTest::addRow("between")
-        << visnjan << true << "G  45.273466, 13.714199|45.273466|211.39|0";
+    QTest::addRow("nearest") << visnjan << false
+                             << "G  45.2734133229, 13.7141885050|45.2734133228417|7|1";
+    QTest::addRow("between") << visnjan << true << "G  45.273466, 13.714199|45.273466|211.39|0";
     QTest::addRow("below sea level")
-        << "unicode_with_bom.gpx" << true
-        << "G  43.309634, 3.515386|43.309634|14.6|1";
+        << "unicode_with_bom.gpx" << true << "G  43.309634, 3.515386|43.309634|14.6|1";
 }
 
 void tst_flows::between_points()

@@ -1,5 +1,6 @@
 #include "model/exif_cache.h"
 
+#include "gps_tag_maps.h"
 #include "model/photo_time.h"
 
 #include <vn/exiftool.h>
@@ -437,13 +438,31 @@ void exif_cache::read_file(const QString &file)
         store(file, exif_tag_map(), exif_tag_map());
         return;
     }
+    const file_stamp stamp = file_stamp::of(file);
     const exif_tag_map plain = vn::exiftool::read_tags(file, false);
-    const exif_tag_map grouped = vn::exiftool::read_tags(file, true);
+    const exif_tag_map grouped =
+        vn::exiftool::read_tags(file, true, gps_tag_maps::exact_read_tags());
     store(file, plain, grouped);
+    // A read that failed gives no tags at all, not even the file's own:
+    // its numbers would claim a photo without GPS data.
+    if (!grouped.isEmpty())
+        stamps.insert(file, stamp);
 }
 
-void exif_cache::store(const QString &file, const exif_tag_map &plain, const exif_tag_map &grouped)
+void exif_cache::store(const QString &file, const exif_tag_map &plain, const exif_tag_map &read)
 {
+    // The numbers come under their key with "#" appended; the rest of the
+    // grouped read is as without them.
+    exif_tag_map grouped;
+    exif_tag_map numbers;
+    for (auto it = read.cbegin(); it != read.cend(); ++it) {
+        if (it.key().endsWith(QLatin1Char('#')))
+            numbers.insert(it.key().chopped(1), it.value());
+        else
+            grouped.insert(grouped.cend(), it.key(), it.value());
+    }
+    stamps.remove(file);
+    gps_numbers.insert(file, numbers);
     tags.insert(file, shared_names(plain));
     group_tags.insert(file, shared_names(grouped));
     exif_tag_map derived = values.value(file);
@@ -480,5 +499,7 @@ void exif_cache::clear()
     values.clear();
     tags.clear();
     group_tags.clear();
+    gps_numbers.clear();
+    stamps.clear();
     names_.clear();
 }

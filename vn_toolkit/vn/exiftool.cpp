@@ -368,10 +368,14 @@ exif_tag_map exiftool::parse_tags(const QByteArray &reply)
 }
 
 // Blocks with events running (no user input) for up to 60 s. GUI thread only.
-exif_tag_map exiftool::read_tags(const QString &file, bool with_groups)
+exif_tag_map exiftool::read_tags(const QString &file, bool with_groups,
+                                 const QStringList &numbers_of)
 {
     if (!is_safe_file(Q_FUNC_INFO, file))
         return exif_tag_map();
+    for (const QString &tag : numbers_of)
+        if (!is_safe_tag_name(Q_FUNC_INFO, tag))
+            return exif_tag_map();
     exiftool_worker_init();
 
     QString command;
@@ -379,6 +383,12 @@ exif_tag_map exiftool::read_tags(const QString &file, bool with_groups)
         // ExifTool prints each tag name once unless asked for duplicates, and
         // the same tag lives in several groups.
         command += QStringLiteral("-G1\n-a\n");
+    // Naming tags limits the read to them: "-all" keeps every tag, and
+    // ExifTool prints the same set as without any name (in another order).
+    if (!numbers_of.isEmpty())
+        command += QStringLiteral("-all\n");
+    for (const QString &tag : numbers_of)
+        command += QLatin1Char('-') + tag + QStringLiteral("#\n");
     command += file + QLatin1Char('\n');
 
     const std::optional<QByteArray> reply = finish(start_task(command.toUtf8()), nullptr, nullptr);

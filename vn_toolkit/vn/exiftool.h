@@ -42,7 +42,14 @@ public:
     static int wait_limit_ms();
     static void set_wait_limit_ms(int ms);
 
-    static exif_tag_map read_tags(const QString &file, bool with_groups);
+    // All tags of the file as ExifTool prints them, with family-1 groups and
+    // every duplicate if `with_groups`. With `numbers_of` (tag names as the
+    // command line takes them, "GPS:all"), those tags come a second time as
+    // plain numbers (-n) under their key with "#" appended,
+    // "GPS:GPSLatitude#" = "43.4674483333333"; the printed tags stay as they
+    // are. Empty when the file can't be read.
+    static exif_tag_map read_tags(const QString &file, bool with_groups,
+                                  const QStringList &numbers_of = {});
     static bool write_tags(const QString &file, const exif_tag_map &tags);
     // The same write, with why it failed in `reason` (untouched on success):
     // "file not found", "a folder, not a file", "read-only", ExifTool's own
