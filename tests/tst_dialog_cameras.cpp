@@ -93,7 +93,6 @@ void tst_dialog_cameras::edits()
     model.set_camera_clock(
         camera, {before.section('|', 0, 0).toLatin1(), before.section('|', 1).toLongLong()});
     dialog_cameras dialog(&model);
-    QCOMPARE(dialog.rows_.size(), 2);
     const auto &r = dialog.rows_.at(row);
     QString asked;
     dialog.choose_item = [&](QWidget *, const QString &, const QString &,
