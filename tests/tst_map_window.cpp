@@ -33,6 +33,7 @@ class tst_map_window : public QObject
 private slots:
     void initTestCase();
     void init();
+    void render_data();
     void render();
     void zoom_past_the_theme();
     void extras_and_downloads_stay_off();
@@ -42,6 +43,30 @@ private slots:
 };
 
 namespace {
+
+// Stand-in tiles in Marble's own tile folder: one flat colour around the
+// point, at every level Marble may ask for.
+void write_tiles(const QColor &colour, double lat, double lon)
+{
+    QImage tile(256, 256, QImage::Format_RGB32);
+    tile.fill(colour);
+    const double y_turn = (1 - std::asinh(std::tan(qDegreesToRadians(lat))) / M_PI) / 2;
+    for (int z = 0; z < 20; ++z) {
+        const int n = 1 << z;
+        const int x = int((lon + 180) / 360 * n);
+        const int y = int(y_turn * n);
+        for (int dx = -2; dx <= 2; ++dx) {
+            for (int dy = -2; dy <= 2; ++dy) {
+                const QString dir = QStringLiteral("%1/maps/earth/openstreetmap/%2/%3")
+                                        .arg(Marble::MarbleDirs::localPath())
+                                        .arg(z)
+                                        .arg(x + dx);
+                QDir().mkpath(dir);
+                tile.save(QStringLiteral("%1/%2.png").arg(dir).arg(y + dy));
+            }
+        }
+    }
+}
 
 QColor pixel_at(const QImage &image, const Marble::MarbleMap &map, double lat, double lon,
                 const QPointF &offset = QPointF())
@@ -66,14 +91,29 @@ void tst_map_window::init()
     exif_cache::instance()->clear();
 }
 
-// Every kind of marker in its colour where Marble projects its position, and
-// the track under them.
+void tst_map_window::render_data()
+{
+    QTest::addColumn<int>("theme");
+    QTest::addRow("plain") << int(map_window::plain);
+    QTest::addRow("openstreetmap, tiles on disk") << int(map_window::openstreetmap);
+}
+
+// Every kind of marker in its colour where Marble projects its position, the
+// track under them, the stand-in tiles behind them; nothing at 0/0.
 void tst_map_window::render()
 {
+    QFETCH(int, theme);
+    const QColor ground(20, 200, 220);
+    if (theme == map_window::openstreetmap)
+        write_tiles(ground, 47.5, 8.5);
+
     QMap<QString, cache_entry> cache;
-    const QStringList files{"a", "b", "c", "d"};
-    const char *const specs[][3] = {
-        {"←", "47.5", "8.5"}, {"↑", "47.5", "8.5"}, {"G", "47.5", "8.76"}, {"=", "47.4", "8.5"}};
+    const QStringList files{"a", "b", "c", "d", "e"};
+    const char *const specs[][3] = {{"←", "47.5", "8.5"},
+                                    {"↑", "47.5", "8.5"},
+                                    {"G", "47.5", "8.76"},
+                                    {"=", "47.4", "8.5"},
+                                    {"←", "91", "0"}};
     for (int i = 0; i < files.size(); ++i) {
         cache_entry &entry = cache[files.at(i)];
         entry.indicator = QString::fromUtf8(specs[i][0]);
@@ -82,6 +122,7 @@ void tst_map_window::render()
     }
     cache["b"].source_file = "a";
     const gpx_track track{"t", {{"47.52", "8.47", {}}, {"47.52", "8.54", {}}}};
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("e stays off the map"));
     const map_scene scene = map_scene::build(files, cache, map_scene::lines_of({track}));
 
     Marble::MarbleModel model;
@@ -89,7 +130,8 @@ void tst_map_window::render()
     Marble::MarbleMap map(&model);
     map.setSize(600, 400);
     map.setProjection(Marble::Mercator);
-    map.setMapThemeId("earth/plain/plain.dgml");
+    map.setMapThemeId(theme == map_window::plain ? "earth/plain/plain.dgml"
+                                                 : "earth/openstreetmap/openstreetmap.dgml");
     for (Marble::RenderPlugin *plugin : map.renderPlugins())
         plugin->setVisible(false);
     map_layer layer(&scene);
@@ -97,10 +139,12 @@ void tst_map_window::render()
     map.centerOn(8.5, 47.5);
     map.setRadius(100000); // 1111 pixels a degree of longitude
     QImage image(map.size(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::black);
-    Marble::GeoPainter painter(&image, map.viewport(), map.mapQuality());
-    map.paint(painter, QRect());
-    painter.end();
+    const auto paint = [&] {
+        image.fill(Qt::black);
+        Marble::GeoPainter painter(&image, map.viewport(), map.mapQuality());
+        map.paint(painter, QRect());
+    };
+    paint();
 
     QCOMPARE(pixel_at(image, map, 47.5, 8.5), map_layer::colour_of(map_marker::own));
     QCOMPARE(pixel_at(image, map, 47.5, 8.5, map_scene::follower_offset(0)),
@@ -109,6 +153,15 @@ void tst_map_window::render()
     QCOMPARE(pixel_at(image, map, 47.5, 8.76), map_layer::colour_of(map_marker::from_track));
     QCOMPARE(pixel_at(image, map, 47.4, 8.5), map_layer::colour_of(map_marker::typed));
     QCOMPARE(pixel_at(image, map, 47.52, 8.5), map_layer::track_colour());
+    if (theme == map_window::openstreetmap)
+        QCOMPARE(image.pixelColor(5, 395), ground);
+
+    map.centerOn(0, 0);
+    map.setRadius(1000);
+    paint();
+    const QColor at_zero = pixel_at(image, map, 0, 0);
+    for (int kind = 0; kind < map_marker::kind_count; ++kind)
+        QVERIFY(at_zero != map_layer::colour_of(map_marker::kind_type(kind)));
 }
 
 // The plain theme stops at about 50 km across; the wheel goes on to street
