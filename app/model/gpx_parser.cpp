@@ -5,6 +5,7 @@
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
+#include <charconv>
 #include <cmath>
 #include <iostream>
 
@@ -69,6 +70,18 @@ bool read_number(const QString &text, double *value)
     }
     if (c != end)
         return false;
+    // Only ASCII is left, which std::from_chars reads as QString::toDouble
+    // does, rounded the same, at a third of the cost.
+    char ascii[64];
+    const int skip = text.startsWith(QLatin1Char('+')) ? 1 : 0;
+    const int length = text.size() - skip;
+    if (length <= int(sizeof ascii)) {
+        for (int i = 0; i < length; ++i)
+            ascii[i] = char(text.at(skip + i).unicode());
+        const std::from_chars_result result = std::from_chars(ascii, ascii + length, *value);
+        if (result.ec == std::errc())
+            return std::isfinite(*value);
+    }
     bool ok = false;
     *value = text.toDouble(&ok);
     return ok && std::isfinite(*value);
@@ -116,6 +129,31 @@ qint64 control_character_line(const QByteArray &data)
         line += c == '\n';
     }
     return 0;
+}
+
+// The time of a point. A track logger writes "2021-06-01T06:00:00Z" a
+// hundred thousand times; that form is read here directly, every other one
+// by Qt, which costs a third of a whole point's read.
+QDateTime read_time(const QString &text)
+{
+    const QChar *c = text.constData();
+    auto two = [c](int at, int *value) {
+        const ushort a = c[at].unicode() - '0';
+        const ushort b = c[at + 1].unicode() - '0';
+        *value = a * 10 + b;
+        return a <= 9 && b <= 9;
+    };
+    int century = 0, year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    if (text.size() == 20 && c[4] == QLatin1Char('-') && c[7] == QLatin1Char('-') &&
+        c[10] == QLatin1Char('T') && c[13] == QLatin1Char(':') && c[16] == QLatin1Char(':') &&
+        c[19] == QLatin1Char('Z') && two(0, &century) && two(2, &year) && two(5, &month) &&
+        two(8, &day) && two(11, &hour) && two(14, &minute) && two(17, &second)) {
+        const QDate date(century * 100 + year, month, day);
+        const QTime time(hour, minute, second);
+        if (date.isValid() && time.isValid())
+            return QDateTime(date, time, Qt::UTC);
+    }
+    return QDateTime::fromString(text, Qt::ISODate);
 }
 
 } // namespace
@@ -275,7 +313,7 @@ void gpx_parser::read_point(QXmlStreamReader &reader, QList<gpx_point> &points, 
         const QStringRef name = reader.qualifiedName();
         if (!has_time && name == QLatin1String("time")) {
             has_time = true;
-            point.time = QDateTime::fromString(element_text(reader).trimmed(), Qt::ISODate);
+            point.time = read_time(element_text(reader).trimmed());
         } else if (!has_ele && name == QLatin1String("ele")) {
             has_ele = true;
             point.ele = element_text(reader).trimmed();
