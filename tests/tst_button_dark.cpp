@@ -106,10 +106,6 @@ void tst_button_dark::sheet_after_setter_data()
     auto row = [](const char *name, setter_function f, QStringList present, QStringList absent) {
         QTest::newRow(name) << f << present << absent;
     };
-    row("no setter", [](button_dark &) {},
-        {"button/dark_normal.png", "text-align:center;;", "QToolTip{", checked, pressed,
-         fixed_disabled},
-        {"padding-left"});
     row("kind", [](button_dark &b) { b.set_kind("header"); },
         {"button/header_normal.png", "button/header_pressed.png"}, {"dark_"});
     row("alignment", [](button_dark &b) { b.set_alignment("left"); }, {"text-align:left;"},
@@ -375,8 +371,6 @@ void tst_button_dark::mouse_rules_data()
         << true << Qt::MiddleButton << false << false << false;
     QTest::addRow("plain left toggles on release")
         << false << Qt::LeftButton << false << false << true;
-    QTest::addRow("plain right does nothing")
-        << false << Qt::RightButton << false << false << false;
 }
 
 void tst_button_dark::mouse_rules()
