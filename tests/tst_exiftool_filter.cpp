@@ -99,14 +99,8 @@ void tst_exiftool_filter::filter_matches_exact_keys_data()
     QTest::addColumn<bool>("kept");
 
     QTest::addRow("Make") << "Make" << false << true;
-    QTest::addRow("Artist") << "Artist" << false << true;
-    QTest::addRow("GPSLatitude") << "GPSLatitude" << false << true;
-    QTest::addRow("DateTimeOriginal") << "DateTimeOriginal" << false << true;
     QTest::addRow("FileSize") << "FileSize" << false << false;
     QTest::addRow("MIMEType") << "MIMEType" << true << false;
-    QTest::addRow("ExifToolVersion") << "ExifToolVersion" << false << false;
-    QTest::addRow("Megapixels") << "Megapixels" << false << false;
-    QTest::addRow("ShutterSpeed") << "ShutterSpeed" << false << false;
     // the first and the last name of the list: an off-by-one search misses them
     QTest::addRow("first of the list") << "A100DataOffset" << false << false;
     QTest::addRow("last of the list")
@@ -121,7 +115,6 @@ void tst_exiftool_filter::filter_matches_exact_keys_data()
     QTest::addRow("look tag with group") << "XMP-crs:LookName" << true << true;
     QTest::addRow("FileName dropped") << "FileName" << false << false;
     QTest::addRow("FileName kept") << "FileName" << true << true;
-    QTest::addRow("Directory dropped") << "Directory" << false << false;
     QTest::addRow("Directory kept") << "Directory" << true << true;
     QTest::addRow("Compression always") << "Compression" << true << false;
     QTest::addRow("BitsPerSample always") << "BitsPerSample" << true << false;
@@ -179,10 +172,8 @@ void tst_exiftool_filter::filtered_corpus_tags_are_writable()
     QVERIFY(tags.contains(QStringLiteral("ExifToolVersion")));
 
     const exif_tag_map kept = vn::exiftool::filter_tags(tags, false);
-    for (const QString &tag : expect_kept) {
+    for (const QString &tag : expect_kept)
         QVERIFY2(kept.contains(tag), qUtf8Printable(tag));
-        QCOMPARE(kept.value(tag), tags.value(tag));
-    }
     for (const char *tag : {"FileSize", "MIMEType", "ExifToolVersion", "FileName", "Directory"})
         QVERIFY2(!kept.contains(QLatin1String(tag)), tag);
     // What stays keeps its value.
