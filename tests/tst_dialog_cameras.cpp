@@ -39,24 +39,21 @@ void tst_dialog_cameras::initTestCase()
     }
 }
 
-// An edit ("zone", "correction", "reference" or "reset") with `text`, from
-// the clock `before` ("<zone>|<seconds>") to `after`, and the message shown.
+// An edit ("zone", "correction", "reference" or "reset") with `text` in a
+// row, from the clock `before` ("<zone>|<seconds>") to `after`, and the
+// message shown.
+struct edit_row
+{
+    const char *tag;
+    int row;
+    const char *before, *edit, *text, *after, *message;
+};
+Q_DECLARE_METATYPE(edit_row)
+
 void tst_dialog_cameras::edits_data()
 {
-    QTest::addColumn<int>("row");
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("edit");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("after");
-    QTest::addColumn<QString>("message");
-
-    struct row
-    {
-        const char *tag;
-        int row;
-        const char *before, *edit, *text, *after, *message;
-    };
-    const row rows[] = {
+    QTest::addColumn<edit_row>("edit");
+    const edit_row rows[] = {
         {"zone", 1, "|0", "zone", "Asia/Tokyo", "Asia/Tokyo|0", ""},
         {"computer's zone again", 1, "Asia/Tokyo|60", "zone", "This computer's zone", "|60", ""},
         {"unknown zone", 1, "Asia/Tokyo|0", "zone", "Mars/Olympus", "Asia/Tokyo|0",
@@ -71,19 +68,15 @@ void tst_dialog_cameras::edits_data()
         {"reference unreadable", 1, "|60", "reference", "noon", "|60", "Can't read the time"},
         {"reset", 1, "Asia/Tokyo|60", "reset", "", "|0", ""},
     };
-    for (const row &r : rows)
-        QTest::newRow(r.tag) << r.row << QString(r.before) << QString(r.edit) << QString(r.text)
-                             << QString(r.after) << QString(r.message);
+    for (const edit_row &r : rows)
+        QTest::newRow(r.tag) << r;
 }
 
 void tst_dialog_cameras::edits()
 {
-    QFETCH(int, row);
-    QFETCH(QString, before);
-    QFETCH(QString, edit);
-    QFETCH(QString, text);
-    QFETCH(QString, after);
-    QFETCH(QString, message);
+    QFETCH(edit_row, edit);
+    const QString before(edit.before), text(edit.text), message(edit.message);
+    const int row = edit.row;
 
     QSettings().clear();
     table_data_model model;
@@ -107,18 +100,19 @@ void tst_dialog_cameras::edits()
         return text;
     };
 
-    if (edit == "zone") {
+    if (edit.edit == QLatin1String("zone")) {
         r.zone_box->setEditText(text);
         emit r.zone_box->lineEdit()->editingFinished();
-    } else if (edit == "correction") {
+    } else if (edit.edit == QLatin1String("correction")) {
         r.correction_edit->setText(text);
         emit r.correction_edit->editingFinished();
     } else {
-        (edit == "reset" ? r.reset_button : r.reference_button)->click();
+        (edit.edit == QLatin1String("reset") ? r.reset_button : r.reference_button)->click();
     }
 
     const camera_clock clock = model.clock_of(camera);
-    QCOMPARE(QString::fromLatin1(clock.zone) + '|' + QString::number(clock.correction_s), after);
+    QCOMPARE(QString::fromLatin1(clock.zone) + '|' + QString::number(clock.correction_s),
+             QString(edit.after));
     const QString shown = dialog.findChild<QLabel *>("message_label")->text();
     QVERIFY2(message.isEmpty() ? shown.isEmpty() : shown.contains(message), qPrintable(shown));
     // The field shows the clock in force, after a refusal too, and the store
@@ -127,7 +121,7 @@ void tst_dialog_cameras::edits()
     QCOMPARE(r.reset_button->isEnabled(), !clock.is_default());
     if (message.isEmpty())
         QCOMPARE(camera_clock_settings::load().value(camera), clock);
-    if (edit == "reference" && row == 1)
+    if (edit.edit == QLatin1String("reference") && row == 1)
         QCOMPARE(asked, "a.jpg   2021-06-01 12:00:00;2021-06-01 12:00:00");
 }
 

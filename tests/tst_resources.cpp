@@ -1,6 +1,6 @@
 // The embedded pictures, fonts and help pages: every path that the window and
-// the toolkit load is there, has the size its cell expects, and icons are
-// stencils that survive recolouring.
+// the toolkit load is there, icons are stencils that survive recolouring and
+// keep clear of their button's border, and stretched borders show no seam.
 #include <QDirIterator>
 #include <QDomDocument>
 #include <QFile>
@@ -41,52 +41,27 @@ private slots:
         Q_INIT_RESOURCE(loxmere_help);
     }
 
-    void image_data()
+    void stencil_data()
     {
         QTest::addColumn<QString>("path");
-        QTest::addColumn<QSize>("size"); // the fixed size its cell has; invalid: none
-        QTest::addColumn<QSize>("cell"); // the button a stencil icon is painted in; invalid: none
-
-        struct row
-        {
-            const char *path;
-            QSize size;
-            QSize cell;
-        };
-        const QSize none;
-        const row rows[] = {
-            {":/images/icon.png", none, none}, // the window's icon: outside the twin rule
-            {":/images/icon_settings.png", none, {27, 27}},
-            {":/images/icon_cameras.png", none, {27, 27}},
-            {":/images/icon_about.png", none, {27, 27}},
-            {":/images/icon_help.png", none, {27, 27}},
-            {":/images/icon_map.png", none, {27, 27}},
-            // The same load icon sits on the 25x24 drop-area button and the 22x23 GPX button.
-            {":/images/icon_load.png", none, {22, 23}},
-            {":/images/icon_undo.png", none, {25, 24}},
-            {":/images/header_sync.png", none, {119, 46}},
-            {":/images/header_undo.png", none, {52, 46}},
-            {":/images/warning_yellow.png", {47, 41}, none},
-            {":/images/logo_header.png", {217, 46}, none},
-        };
-        for (const row &r : rows)
-            QTest::newRow(r.path) << QString::fromLatin1(r.path) << r.size << r.cell;
+        QTest::addColumn<QSize>("cell"); // the button the icon is centred in
+        for (const char *name : {"settings", "cameras", "about", "help", "map"})
+            QTest::newRow(name) << QStringLiteral(":/images/icon_%1.png").arg(name)
+                                << QSize(27, 27);
+        // The same load icon sits on the 25x24 drop-area button and the 22x23 GPX button.
+        QTest::newRow("load") << ":/images/icon_load.png" << QSize(22, 23);
+        QTest::newRow("undo") << ":/images/icon_undo.png" << QSize(25, 24);
+        QTest::newRow("header sync") << ":/images/header_sync.png" << QSize(119, 46);
+        QTest::newRow("header undo") << ":/images/header_undo.png" << QSize(52, 46);
     }
 
-    void image()
+    void stencil()
     {
         QFETCH(QString, path);
-        QFETCH(QSize, size);
         QFETCH(QSize, cell);
 
-        const QImage img = argb(path);
-        QVERIFY2(!img.isNull(), qPrintable(path));
-        if (size.isValid())
-            QCOMPARE(img.size(), size);
-        if (!cell.isValid())
-            return;
-
         // Centred in its button, the shape must stay clear of the 3-px border.
+        const QImage img = argb(path);
         const QRect painted = painted_rect(img);
         const QPoint offset((cell.width() - img.width()) / 2, (cell.height() - img.height()) / 2);
         QVERIFY(!painted.isNull());
@@ -111,42 +86,43 @@ private slots:
     // Every picture but the program's icon has a twin of double size.
     void every_image_has_its_twin()
     {
-        int seen = 0;
+        QStringList seen;
         for (const char *root : {":/gui", ":/images"}) {
             QDirIterator it(QString::fromLatin1(root), {"*.png"}, QDir::Files,
                             QDirIterator::Subdirectories);
             while (it.hasNext()) {
                 const QString path = it.next();
-                if (path.endsWith(QLatin1String("@2x.png")) || path == ":/images/icon.png")
+                if (path.endsWith(QLatin1String("@2x.png")))
                     continue;
-                ++seen;
-                const QString twin = QString(path).replace(".png", "@2x.png");
-                QCOMPARE(QImage(twin).size(), QImage(path).size() * 2);
-                QVERIFY(!QImage(path).isNull());
+                seen << path;
+                QVERIFY2(!QImage(path).isNull(), qPrintable(path));
+                if (path != ":/images/icon.png")
+                    QCOMPARE(QImage(QString(path).replace(".png", "@2x.png")).size(),
+                             QImage(path).size() * 2);
             }
         }
-        QVERIFY(seen > 30);
+        // The window's pictures that no other test here names.
+        for (const char *name : {"icon", "warning_yellow", "logo_header"})
+            QVERIFY2(seen.contains(QStringLiteral(":/images/%1.png").arg(name)), name);
     }
 
+    // Every button face and panel border is stretched from 3-px slices.
     void border_image_data()
     {
         QTest::addColumn<QString>("path");
-        QTest::addColumn<bool>("closed_top");
-        QTest::addColumn<bool>("visible"); // has any pixel that isn't transparent
-
-        QTest::newRow("dark pressed") << ":/gui/button/dark_pressed.png" << true << true;
-        QTest::newRow("header normal") << ":/gui/button/header_normal.png" << true << true;
-        QTest::newRow("blank normal") << ":/gui/button/blank_normal.png" << true << false;
-        QTest::newRow("blank pressed") << ":/gui/button/blank_pressed.png" << true << true;
-        QTest::newRow("panel") << ":/gui/panel/border.png" << true << true;
-        QTest::newRow("panel topless") << ":/gui/panel/border_topless.png" << false << true;
+        for (const char *name :
+             {"button/dark_normal", "button/dark_pressed", "button/header_normal",
+              "button/header_pressed", "button/blank_normal", "button/blank_pressed",
+              "panel/border", "panel/border_topless"})
+            QTest::newRow(name) << QStringLiteral(":/gui/%1.png").arg(name);
     }
 
     void border_image()
     {
         QFETCH(QString, path);
-        QFETCH(bool, closed_top);
-        QFETCH(bool, visible);
+        // The flat button's resting face shows nothing; a topless panel opens upwards.
+        const bool visible = !path.endsWith(QLatin1String("blank_normal.png"));
+        const bool closed_top = !path.endsWith(QLatin1String("_topless.png"));
 
         const QImage img = argb(path);
         QCOMPARE(img.size(), QSize(9, 9));
@@ -192,7 +168,6 @@ private slots:
     {
         for (const char *lang : {"en", "de"}) {
             const QImage img = argb(QStringLiteral(":/images/drop_images_gps_%1@2x.png").arg(lang));
-            QCOMPARE(img.size(), QSize(600, 600));
             // The clear and load buttons (25x24 each, 5 px either side of the middle,
             // 45 px from the top) stand on plain black.
             for (int y = 80; y < 150; ++y)
