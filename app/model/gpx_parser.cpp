@@ -79,7 +79,7 @@ bool read_number(const QString &text, double *value)
         for (int i = 0; i < length; ++i)
             ascii[i] = char(text.at(skip + i).unicode());
         const std::from_chars_result result = std::from_chars(ascii, ascii + length, *value);
-        if (result.ec == std::errc())
+        if (result.ec == std::errc() && result.ptr == ascii + length)
             return std::isfinite(*value);
     }
     bool ok = false;
