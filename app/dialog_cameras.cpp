@@ -235,20 +235,24 @@ void dialog_cameras::on_correction_edited(const camera_row &row)
 {
     const QString text = row.correction_edit->text();
     const std::optional<qint64> correction = photo_time::read_correction(text);
-    camera_clock clock = model_->clock_of(row.camera);
     if (!correction) {
         refuse(row, tr("Can't read the correction \"%1\". Type it as +00:03:00 (hours, minutes, "
                        "seconds) or -1d 02:00:00 (with days).")
                         .arg(text));
         return;
     }
-    if (qAbs(*correction) > photo_time::max_correction_s) {
+    if (*correction != model_->clock_of(row.camera).correction_s)
+        apply_correction(row, *correction);
+}
+
+void dialog_cameras::apply_correction(const camera_row &row, qint64 correction_s)
+{
+    if (qAbs(correction_s) > photo_time::max_correction_s) {
         refuse(row, tr("A correction of more than ten years is refused."));
         return;
     }
-    if (*correction == clock.correction_s)
-        return;
-    clock.correction_s = *correction;
+    camera_clock clock = model_->clock_of(row.camera);
+    clock.correction_s = correction_s;
     apply(row, clock);
 }
 
@@ -294,11 +298,5 @@ void dialog_cameras::on_reference_clicked(const camera_row &row)
                         .arg(shown));
         return;
     }
-    if (qAbs(*correction) > photo_time::max_correction_s) {
-        refuse(row, tr("A correction of more than ten years is refused."));
-        return;
-    }
-    camera_clock corrected = clock;
-    corrected.correction_s = *correction;
-    apply(row, corrected);
+    apply_correction(row, *correction);
 }

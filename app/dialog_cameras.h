@@ -70,6 +70,8 @@ private:
     void on_correction_edited(const camera_row &row);
     void on_reference_clicked(const camera_row &row);
     void refuse(const camera_row &row, const QString &message);
+    // Stores a correction within ten years; refuses one beyond.
+    void apply_correction(const camera_row &row, qint64 correction_s);
 
     table_data_model *model_;
     QList<camera_row> rows_;
