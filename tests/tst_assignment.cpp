@@ -20,10 +20,9 @@ const qint64 base_ms = 1590998400000; // 2020-06-01 08:00 UTC
 
 QString swap_arrows(QString text)
 {
-    const QString up(QChar(0x2191)), down(QChar(0x2193));
-    text.replace(up, QStringLiteral("#"));
-    text.replace(down, up);
-    text.replace(QStringLiteral("#"), down);
+    const QChar up(0x2191), down(0x2193);
+    for (QChar &c : text)
+        c = c == up ? down : c == down ? up : c;
     return text;
 }
 
@@ -116,9 +115,8 @@ void tst_assignment::rules()
     QFETCH(bool, descending);
 
     const QString track = QString::fromUtf8(s.track);
-    const std::vector<assignment::entry> photo_list = entries(s.photos);
-    const std::vector<assignment::entry> track_list =
-        entries(track == "-" ? QString() : QString(track).remove('~'));
+    const auto photo_list = entries(s.photos);
+    const auto track_list = entries(track == "-" ? QString() : QString(track).remove('~'));
     const int photo_count = int(photo_list.size());
     const assignment::result r = assignment::run(
         photo_list, track_list,
@@ -131,14 +129,11 @@ void tst_assignment::rules()
     QStringList actual;
     for (int i = 0; i < photo_count; ++i) {
         const assignment::outcome &got = r.photos[size_t(i)];
-        const QString source = got.source < 0 ? "-"
-                               : got.source < photo_count
-                                   ? QString("p%1").arg(got.source)
-                                   : QString("t%1").arg(got.source - photo_count);
-        const QString indicator = expected_rows.value(i).startsWith('*')
-                                      ? "*"
-                                      : assignment::indicator_text(got.indicator);
-        actual << indicator + source;
+        QString source = got.source < 0 ? "-" : QString("p%1").arg(got.source);
+        if (got.source >= photo_count)
+            source = QString("t%1").arg(got.source - photo_count);
+        const bool any = expected_rows.value(i).startsWith('*');
+        actual << (any ? "*" : assignment::indicator_text(got.indicator)) + source;
         if (got.towards >= 0)
             actual.last() += QString(">t%1@%2").arg(got.towards - photo_count).arg(got.share);
     }

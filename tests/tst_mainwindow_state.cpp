@@ -45,8 +45,7 @@ class tst_mainwindow_state : public QObject
     static void fake_file_dialog(MainWindow &window, QString *folder,
                                  const QStringList &chosen = {})
     {
-        window.choose_image_files = [=](QWidget *, const QString &, const QString &in,
-                                        const QString &) {
+        window.choose_image_files = [=](auto &&, auto &&, const QString &in, auto &&) {
             *folder = in;
             return chosen;
         };
@@ -167,21 +166,18 @@ private slots:
 
     void shortcuts_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("modifiers");
+        QTest::addColumn<QKeySequence>("keys");
         QTest::addColumn<QString>("button");
         // Ctrl+O opens the file dialog even while the load button is disabled.
-        QTest::addRow("ctrl+o") << int(Qt::Key_O) << int(Qt::ControlModifier) << "load_button";
-        QTest::addRow("ctrl+m") << int(Qt::Key_M) << int(Qt::ControlModifier) << "map_button";
-        QTest::addRow("f1") << int(Qt::Key_F1) << int(Qt::NoModifier) << "help_button";
-        QTest::addRow("ctrl+?") << int(Qt::Key_Question) << int(Qt::ControlModifier)
-                                << "help_button";
+        QTest::newRow("ctrl+o") << QKeySequence("Ctrl+O") << "load_button";
+        QTest::newRow("ctrl+m") << QKeySequence("Ctrl+M") << "map_button";
+        QTest::newRow("f1") << QKeySequence("F1") << "help_button";
+        QTest::newRow("ctrl+?") << QKeySequence("Ctrl+?") << "help_button";
     }
 
     void shortcuts()
     {
-        QFETCH(int, key);
-        QFETCH(int, modifiers);
+        QFETCH(QKeySequence, keys);
         QFETCH(QString, button);
 
         MainWindow window;
@@ -197,7 +193,7 @@ private slots:
         auto *target = window.findChild<QAbstractButton *>(button);
         QVERIFY(target);
         QSignalSpy clicked(target, &QAbstractButton::clicked);
-        QTest::keyClick(&window, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        QTest::keySequence(&window, keys);
         QCOMPARE(clicked.count(), 1);
         QCOMPARE(dialog_folder.isEmpty(), button != QLatin1String("load_button"));
     }

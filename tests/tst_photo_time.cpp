@@ -2,6 +2,15 @@
 
 #include <QtTest>
 
+// The time a photo shows, the time recorded (ISO, with its offset), the
+// camera's zone and the correction they make (-1: doesn't read).
+struct reference_row
+{
+    const char *tag, *shown, *recorded, *zone;
+    qint64 correction;
+};
+Q_DECLARE_METATYPE(reference_row)
+
 // Registered under two TZ settings: nothing here may depend on the computer's
 // zone but what is read in it on purpose.
 class tst_photo_time : public QObject
@@ -104,17 +113,8 @@ void tst_photo_time::zones()
 
 void tst_photo_time::reference_data()
 {
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QString>("recorded"); // ISO, with its offset
-    QTest::addColumn<QByteArray>("zone");
-    QTest::addColumn<qint64>("correction"); // -1: doesn't read
-
-    struct row
-    {
-        const char *tag, *shown, *recorded, *zone;
-        qint64 correction;
-    };
-    const row rows[] = {
+    QTest::addColumn<reference_row>("row");
+    const reference_row rows[] = {
         {"3 minutes ahead", "2021-06-01 12:03:00", "2021-06-01T12:00:00+09:00", "Asia/Tokyo", 180},
         {"ExifTool's form", "2021:06:01 11:59:30", "2021-06-01T12:00:00+09:00", "Asia/Tokyo", -30},
         {"recorded in another zone", "2021-06-01 12:00:00", "2021-06-01T12:00:00+02:00",
@@ -125,21 +125,16 @@ void tst_photo_time::reference_data()
         {"empty", "", "2021-06-01T12:00:00+09:00", "Asia/Tokyo", -1},
         {"recorded invalid", "12:00", "", "Asia/Tokyo", -1},
     };
-    for (const row &r : rows)
-        QTest::newRow(r.tag) << QString(r.shown) << QString(r.recorded) << QByteArray(r.zone)
-                             << r.correction;
+    for (const reference_row &r : rows)
+        QTest::newRow(r.tag) << r;
 }
 
 void tst_photo_time::reference()
 {
-    QFETCH(QString, shown);
-    QFETCH(QString, recorded);
-    QFETCH(QByteArray, zone);
-    QFETCH(qint64, correction);
-
-    const std::optional<qint64> got =
-        photo_time::reference_correction(shown, QDateTime::fromString(recorded, Qt::ISODate), zone);
-    QCOMPARE(got.value_or(-1), correction);
+    QFETCH(reference_row, row);
+    const QDateTime recorded = QDateTime::fromString(row.recorded, Qt::ISODate);
+    QCOMPARE(photo_time::reference_correction(row.shown, recorded, row.zone).value_or(-1),
+             row.correction);
 }
 
 QTEST_GUILESS_MAIN(tst_photo_time)

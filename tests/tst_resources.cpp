@@ -106,7 +106,6 @@ private slots:
             QVERIFY2(seen.contains(QStringLiteral(":/images/%1.png").arg(name)), name);
     }
 
-    // Every button face and panel border is stretched from 3-px slices.
     void border_image_data()
     {
         QTest::addColumn<QString>("path");
@@ -153,10 +152,9 @@ private slots:
                         best = qMax(best, qGray(img.pixel(x, y)));
                 return best;
             };
-            const int on = lightest("checked");
-            const int off = lightest("unchecked");
-            const int dis_on = lightest("disabled_checked");
-            const int dis_off = lightest("disabled_unchecked");
+            const int on = lightest("checked"), off = lightest("unchecked");
+            const int dis_on = lightest("disabled_checked"),
+                      dis_off = lightest("disabled_unchecked");
             QVERIFY2(on > dis_on && dis_on > off && dis_on > dis_off,
                      qPrintable(
                          QStringLiteral("%1 %2 %3 %4").arg(on).arg(dis_on).arg(off).arg(dis_off)));
@@ -202,10 +200,8 @@ private slots:
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QString>("other_ctrl"); // the other language's key name
-        QTest::newRow("en") << ":/help/index_en.html"
-                            << "Strg";
-        QTest::newRow("de") << ":/help/index_de.html"
-                            << "Ctrl";
+        QTest::newRow("en") << QString(":/help/index_en.html") << "Strg";
+        QTest::newRow("de") << QString(":/help/index_de.html") << "Ctrl";
     }
 
     void help_page()
